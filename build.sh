@@ -1,0 +1,81 @@
+#!/usr/bin/env bash
+# One entry for everything: deps | demo | test | tsan | bench | fuzz [SECONDS].
+set -euo pipefail
+cd "$(dirname "$0")"
+
+PACKAGES=(build-essential cmake ninja-build pkg-config clang libclang-rt-14-dev zlib1g-dev
+          libminizip-dev libexpat1-dev libgtest-dev libgmock-dev libbenchmark-dev
+          nlohmann-json3-dev libcli11-dev libsndfile1-dev zip unzip binutils)
+JOBS=$(nproc 2>/dev/null || echo 2)
+
+say() { printf '%s\n' "$*" >&2; }
+
+deps() {
+    local missing=()
+    for p in "${PACKAGES[@]}"; do
+        dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed" ||
+            missing+=("$p")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    say "installing: ${missing[*]}"
+    local sudo=""
+    [ "$(id -u)" -eq 0 ] || sudo="sudo"
+    $sudo apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive $sudo apt-get install -y -qq "${missing[@]}" >/dev/null
+}
+
+# configure DIR [cmake options...]
+configure() {
+    local dir=$1
+    shift
+    cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo "$@" >/dev/null
+}
+
+build() {
+    local dir=$1
+    shift
+    configure "$dir" "$@"
+    cmake --build "$dir" -j "$JOBS"
+}
+
+run_tests() {
+    ctest --test-dir "$1" --output-on-failure -j "$JOBS" --timeout 600
+}
+
+cmd=${1:-}
+case "$cmd" in
+deps)
+    deps
+    ;;
+demo)
+    deps
+    build build
+    build/refhost/corvelle-host plugin
+    ;;
+test)
+    deps
+    build build
+    run_tests build
+    ;;
+sanitize)
+    deps
+    build build-asan -DCORVELLE_SANITIZE=ON
+    ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 run_tests build-asan
+    ;;
+tsan)
+    deps
+    build build-tsan -DCORVELLE_TSAN=ON -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++
+    run_tests build-tsan
+    ;;
+*)
+    cat >&2 <<USAGE
+usage: ./build.sh COMMAND
+  deps       install the Debian packages that are missing (apt, idempotent)
+  demo       build and run the main job on the embedded sample
+  test       build and run every test
+  sanitize   build with AddressSanitizer and UndefinedBehaviorSanitizer and run every test
+  tsan       build with ThreadSanitizer and run every test
+USAGE
+    [ -z "$cmd" ] || [ "$cmd" = "--help" ] || [ "$cmd" = "-h" ] || exit 1
+    ;;
+esac
