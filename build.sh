@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# One entry for everything: deps | demo | test | tsan | bench | fuzz [SECONDS].
+# One entry for everything: deps | demo | test | sanitize | tsan | bench | fuzz [SECONDS].
 set -euo pipefail
 cd "$(dirname "$0")"
 
@@ -67,6 +67,31 @@ tsan)
     build build-tsan -DCORVELLE_TSAN=ON -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++
     run_tests build-tsan
     ;;
+bench)
+    deps
+    build build-bench -DCORVELLE_BENCH=ON -DCORVELLE_TESTS=OFF -DCMAKE_BUILD_TYPE=Release
+    for program in build-bench/bench/*_bench; do
+        say "== ${program##*/}"
+        "$program"
+    done
+    ;;
+fuzz)
+    deps
+    seconds=${2:-60}
+    build build-fuzz -DCORVELLE_FUZZ=ON -DCORVELLE_TESTS=OFF \
+        -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++
+    for fuzzer in build-fuzz/fuzz/*_fuzzer; do
+        name=${fuzzer##*/}
+        corpus=build-fuzz/corpus/$name
+        mkdir -p "$corpus"
+        seeds=()
+        [ -d "build-fuzz/fuzz/seeds/$name" ] && seeds=("build-fuzz/fuzz/seeds/$name")
+        say "== $name for ${seconds}s"
+        "$fuzzer" -max_total_time="$seconds" -print_final_stats=1 "$corpus" "${seeds[@]}" \
+            2>"build-fuzz/$name.log" || { tail -n 40 "build-fuzz/$name.log" >&2; exit 1; }
+        grep -E 'stat::number_of_executed_units|stat::peak_rss_mb' "build-fuzz/$name.log" >&2 || true
+    done
+    ;;
 *)
     cat >&2 <<USAGE
 usage: ./build.sh COMMAND
@@ -75,6 +100,8 @@ usage: ./build.sh COMMAND
   test       build and run every test
   sanitize   build with AddressSanitizer and UndefinedBehaviorSanitizer and run every test
   tsan       build with ThreadSanitizer and run every test
+  bench      build the benchmark programs and run each (prints ratios against peers)
+  fuzz [S]   build the libFuzzer targets (clang) and run each for S seconds (default 60)
 USAGE
     [ -z "$cmd" ] || [ "$cmd" = "--help" ] || [ "$cmd" = "-h" ] || exit 1
     ;;

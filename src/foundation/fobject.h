@@ -49,8 +49,7 @@ bool classNameEquals(const char8* name, const char8* className);
 
 // Gives the object behind an interface pointer when it is of class T (or derives from it).
 // Borrowed: no reference is added.
-template <class T>
-T* fobjectCast(FUnknown* face) {
+template <class T> T* fobjectCast(FUnknown* face) {
     void* object = nullptr;
     if (!face || face->queryInterface(FObject::iid, &object) != kResultOk)
         return nullptr;
@@ -62,24 +61,25 @@ T* fobjectCast(FUnknown* face) {
 } // namespace Halvorn
 
 // Declares a class's place in the class-name chain. Base is the nearest FObject-derived base.
-#define CV_DECLARE_TYPE(Class, Base)                                                           \
-    static constexpr const char8* kClassName = #Class;                                         \
-    const char8* isTypeName() const override { return kClassName; }                            \
-    bool isTypeOf(const char8* name, bool askBaseClass = true) const override {                \
-        return ::Halvorn::classNameEquals(name, kClassName) ||                                 \
-               (askBaseClass && Base::isTypeOf(name, true));                                   \
+// Names are qualified so that the macro also works outside namespace Halvorn.
+#define CV_DECLARE_TYPE(Class, Base)                                                               \
+    static constexpr const ::Halvorn::char8* kClassName = #Class;                                  \
+    const ::Halvorn::char8* isTypeName() const override { return kClassName; }                     \
+    bool isTypeOf(const ::Halvorn::char8* name, bool askBaseClass = true) const override {         \
+        return ::Halvorn::classNameEquals(name, kClassName) ||                                     \
+               (askBaseClass && Base::isTypeOf(name, true));                                       \
     }
 
 // Resolves addRef/release for a class that adds interfaces beside FObject's.
-#define CV_REFCOUNT_METHODS(Base)                                                              \
-    ::Halvorn::uint32 addRef() override { return Base::addRef(); }                             \
+#define CV_REFCOUNT_METHODS(Base)                                                                  \
+    ::Halvorn::uint32 addRef() override { return Base::addRef(); }                                 \
     ::Halvorn::uint32 release() override { return Base::release(); }
 
 // One line of a queryInterface: answers for Interface with that face and a new reference.
 // A null out-pointer falls through to FObject, which answers kInvalidArgument.
-#define CV_QUERY(iidArg, objectArg, Interface)                                                 \
-    if ((objectArg) && (iidArg) == Interface::iid) {                                           \
-        addRef();                                                                              \
-        *(objectArg) = static_cast<Interface*>(this);                                          \
-        return ::Halvorn::kResultOk;                                                           \
+#define CV_QUERY(iidArg, objectArg, Interface)                                                     \
+    if ((objectArg) && (iidArg) == Interface::iid) {                                               \
+        addRef();                                                                                  \
+        *(objectArg) = static_cast<Interface*>(this);                                              \
+        return ::Halvorn::kResultOk;                                                               \
     }

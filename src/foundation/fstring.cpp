@@ -205,14 +205,15 @@ const char16* String::text16() const {
     return buffer_ ? static_cast<const char16*>(buffer_) : kEmpty16;
 }
 
+// A failed conversion leaves the length in the other width: read nothing then.
 char8 String::getChar8(int32 index) const {
     const char8* t = text8();
-    return index >= 0 && index < length() ? t[index] : 0;
+    return !wide_ && index >= 0 && index < length() ? t[index] : 0;
 }
 
 char16 String::getChar16(int32 index) const {
     const char16* t = text16();
-    return index >= 0 && index < length() ? t[index] : 0;
+    return wide_ && index >= 0 && index < length() ? t[index] : 0;
 }
 
 bool String::toMultiByte(uint32) {
@@ -283,7 +284,7 @@ bool String::append(const char8* text, int32 lengthLimit) {
     uint32 n = measure(text, lengthLimit);
     if (n == 0)
         return true;
-    if (wide_ && !isEmpty()) {
+    if (wide_) {
         String wide(text, int32(n));
         return wide.toWideString() && append(wide.text16(), wide.length());
     }
@@ -307,8 +308,7 @@ bool String::append(const char16* text, int32 lengthLimit) {
         return false;
     if (size_t(length_) + n > kMaxLength)
         return false;
-    auto* grown =
-        static_cast<char16*>(std::malloc((size_t(length_) + n + 1) * sizeof(char16)));
+    auto* grown = static_cast<char16*>(std::malloc((size_t(length_) + n + 1) * sizeof(char16)));
     if (!grown)
         return false;
     if (buffer_)
@@ -440,6 +440,8 @@ int32 String::compare(const String& other, CompareMode mode) const {
 }
 
 bool String::printf(const char8* format, ...) {
+    if (!format)
+        return false;
     va_list args;
     va_start(args, format);
     va_list copy;
@@ -451,7 +453,8 @@ bool String::printf(const char8* format, ...) {
         auto* out = static_cast<char8*>(std::malloc(size_t(n) + 1));
         if (out) {
             std::vsnprintf(out, size_t(n) + 1, format, args);
-            ok = n == 0 ? (std::free(out), setBuffer(nullptr, 0, false)) : setBuffer(out, uint32(n), false);
+            ok = n == 0 ? (std::free(out), setBuffer(nullptr, 0, false))
+                        : setBuffer(out, uint32(n), false);
         }
     }
     va_end(args);

@@ -63,7 +63,9 @@ public:
 
     bool startsWith(const String& text, CompareMode mode = kCaseSensitive) const;
     bool endsWith(const String& text, CompareMode mode = kCaseSensitive) const;
-    // 0 for equal, else the sign of the first differing UTF-16 unit (or of the lengths).
+    // 0 for equal, else the sign of the first differing UTF-16 unit (or of the lengths); two
+    // 8-bit texts compare bytewise, which differs only between U+E000..U+FFFF and U+10000 up.
+    // Case-insensitive modes here and above fold ASCII letters only.
     int32 compare(const String& other, CompareMode mode = kCaseSensitive) const;
 
     // Assigns formatted 8-bit text.

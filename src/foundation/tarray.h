@@ -12,8 +12,7 @@ namespace Halvorn {
 // Growth: when the count reaches the capacity, the capacity grows by the step with one new
 // allocation. A step of -1 doubles (starting at 10); any other step below 1 never grows.
 // An index out of range gives a reference to the default element, never undefined behaviour.
-template <class T>
-class TArray {
+template <class T> class TArray {
 public:
     static constexpr int32 kDefaultStep = 10;
 
@@ -38,16 +37,17 @@ public:
     bool isEmpty() const { return count_ == 0; }
     int32 capacity() const { return capacity_; }
 
-    // Appends; false when the array can't grow.
-    bool add(const T& element) {
-        if (count_ == capacity_ && !grow())
-            return false;
-        buffer_[count_++] = element;
-        return true;
-    }
+    // Appends; false when the array can't grow. The element may be one of this array's own:
+    // it is taken before a growth frees the old buffer.
+    bool add(const T& element) { return add(T(element)); }
     bool add(T&& element) {
-        if (count_ == capacity_ && !grow())
-            return false;
+        if (count_ == capacity_) {
+            T taken(std::move(element));
+            if (!grow())
+                return false;
+            buffer_[count_++] = std::move(taken);
+            return true;
+        }
         buffer_[count_++] = std::move(element);
         return true;
     }
@@ -73,7 +73,7 @@ public:
 
     T& at(int32 index) { return index >= 0 && index < count_ ? buffer_[index] : fallback(); }
     const T& at(int32 index) const {
-        return index >= 0 && index < count_ ? buffer_[index] : defaultElement_;
+        return index >= 0 && index < count_ ? buffer_[index] : fallback();
     }
     T& operator[](int32 index) { return at(index); }
     const T& operator[](int32 index) const { return at(index); }
@@ -110,15 +110,15 @@ public:
 
 private:
     [[nodiscard]] bool grow() {
-        int32 newCapacity;
+        int64 newCapacity;
         if (step_ == -1)
-            newCapacity = capacity_ == 0 ? kDefaultStep : capacity_ * 2;
+            newCapacity = capacity_ == 0 ? kDefaultStep : int64(capacity_) * 2;
         else if (step_ >= 1)
-            newCapacity = capacity_ + step_;
+            newCapacity = int64(capacity_) + step_;
         else
             return false;
-        if (newCapacity <= capacity_)
-            return false; // overflow
+        if (newCapacity > 0x7FFFFFFF)
+            return false; // the count must stay an int32
         T* grown = new (std::nothrow) T[static_cast<size_t>(newCapacity)];
         if (!grown)
             return false;
@@ -126,7 +126,7 @@ private:
             grown[i] = std::move(buffer_[i]);
         delete[] buffer_;
         buffer_ = grown;
-        capacity_ = newCapacity;
+        capacity_ = int32(newCapacity);
         return true;
     }
 
@@ -143,7 +143,7 @@ private:
     }
 
     // A writable default that a caller can't spoil for the next bad index.
-    T& fallback() {
+    T& fallback() const {
         defaultElement_ = T();
         return defaultElement_;
     }
@@ -152,7 +152,7 @@ private:
     int32 count_ = 0;
     int32 capacity_ = 0;
     int32 step_ = kDefaultStep;
-    T defaultElement_{};
+    mutable T defaultElement_{};
 };
 
 } // namespace Halvorn

@@ -1,0 +1,54 @@
+// Package interfaces: reading and writing project packages without a host.
+//
+// A caller without a host gets a manager from CreatePackageManager, reads a package file into a
+// project model with readPackage, walks the model through its IMedia interfaces, and writes a
+// package with writePackage. The caller supplies a client that names one target folder per file
+// type; the media of a package read are copied there and the model points at the copies.
+#pragma once
+
+#include "corvelle/base.h"
+#include "corvelle/mediaproject.h"
+
+namespace Halvorn {
+
+// A handle on one project.
+struct IMediaProjectPackage : FUnknown {
+    // Borrowed: no reference added, valid while the package lives; null for a package without
+    // a project.
+    virtual IMediaProject* getProject() = 0;
+
+    static constexpr FUID iid = FUID::make(0x106C2ACE, 0x1EC6, 0x4625, 0xBD3B, 0x5358820B2F67);
+};
+
+// Implemented by the caller: where the media files of a package shall end up. Only
+// getPathForFileType and the reference counting are called, and the client is borrowed for the
+// time of one readPackage.
+struct IMediaPackageManagerClient : FUnknown {
+    // The target folder for a file type (1 preset, 2 audio, 3 MIDI, 4 video) as zero-terminated
+    // UTF-16, or null when files of that type aren't wanted. Read at once and never kept.
+    virtual const char16* getPathForFileType(int32 type) = 0;
+
+    static constexpr FUID iid = FUID::make(0x7CD4D09A, 0x81F3, 0x4904, 0xAA00, 0x3D312129D856);
+};
+
+// Turns package files into project models and back. Holds no state between calls; every call
+// runs to its end on the caller's thread.
+struct IMediaPackageManager : FUnknown {
+    // Reads the package file at path (UTF-16, "/" or "\" separators). One reference, the
+    // caller releases; null when no project could be read.
+    virtual IMediaProjectPackage* readPackage(const char16* path,
+                                              IMediaPackageManagerClient* client) = 0;
+    // Writes the package's project to a package file at path, replacing a file there.
+    // Nonzero for success.
+    virtual int32 writePackage(IMediaProjectPackage* package, const char16* path) = 0;
+
+    static constexpr FUID iid = FUID::make(0x8D2E8B96, 0x68C3, 0x4C1B, 0xBDCA, 0x97E19CD23899);
+};
+
+} // namespace Halvorn
+
+extern "C" {
+// A new package manager with one reference, owned by the caller; null when memory runs out.
+// Needs no InitDll.
+CORVELLE_EXPORT Halvorn::IMediaPackageManager* CreatePackageManager();
+}
