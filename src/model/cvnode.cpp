@@ -1,0 +1,177 @@
+// CvNode and CvColor: children, attributes, colour parsing and search.
+#include "model/cvnode.h"
+
+#include "model/cvlist.h"
+
+namespace Halvorn {
+
+namespace {
+
+int hexDigit(char16 c) {
+    if (c >= u'0' && c <= u'9')
+        return c - u'0';
+    if (c >= u'a' && c <= u'f')
+        return c - u'a' + 10;
+    if (c >= u'A' && c <= u'F')
+        return c - u'A' + 10;
+    return -1;
+}
+
+// Scans two characters as a hexadecimal byte: a first non-digit is skipped, a second one ends
+// the number, and without any digit the byte is 255.
+uint8 scanPair(char16 first, char16 second) {
+    int high = hexDigit(first);
+    int low = hexDigit(second);
+    if (high >= 0)
+        return static_cast<uint8>(low >= 0 ? high * 16 + low : high);
+    return static_cast<uint8>(low >= 0 ? low : 255);
+}
+
+} // namespace
+
+CvColor::CvColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
+    : red_(red), green_(green), blue_(blue), alpha_(alpha) {}
+
+CvColor::CvColor(const String& text) {
+    // Widen first: the length counts UTF-16 units only then.
+    const char16* t = text.text16();
+    int32 length = text.length();
+    if (length < 7 || length > 9 || t[0] != u'#')
+        return;
+    red_ = scanPair(t[1], t[2]);
+    green_ = scanPair(t[3], t[4]);
+    blue_ = scanPair(t[5], t[6]);
+    alpha_ = length == 9 ? scanPair(t[7], t[8]) : 255;
+}
+
+CvColor::CvColor(const CvColor& other)
+    : CvObject(), IMediaColor(), red_(other.red_), green_(other.green_), blue_(other.blue_),
+      alpha_(other.alpha_) {}
+
+CvColor& CvColor::operator=(const CvColor& other) {
+    red_ = other.red_;
+    green_ = other.green_;
+    blue_ = other.blue_;
+    alpha_ = other.alpha_;
+    return *this;
+}
+
+tresult CvColor::queryInterface(const FUID& iid, void** object) {
+    CV_QUERY(iid, object, IMediaColor)
+    return CvObject::queryInterface(iid, object);
+}
+
+String CvColor::toString() const {
+    String text;
+    text.printf("#%02x%02x%02x%02x", red_, green_, blue_, alpha_);
+    return text;
+}
+
+bool CvColor::operator==(const CvColor& other) const {
+    return red_ == other.red_ && green_ == other.green_ && blue_ == other.blue_ &&
+           alpha_ == other.alpha_;
+}
+
+// A reader's plain element may have a great many children: doubling keeps adding them linear.
+struct CvNode::Tree {
+    TArray<IPtr<CvNode>> children{-1};
+    TArray<IPtr<CvNodeAttribute>> attributes;
+};
+
+CvNode::CvNode(const String& name, const String& id) : id_(id), name_(name) {}
+
+CvNode::~CvNode() = default;
+
+tresult CvNode::queryInterface(const FUID& iid, void** object) {
+    CV_QUERY(iid, object, IMediaObject)
+    return CvObject::queryInterface(iid, object);
+}
+
+void CvNode::addChild(CvNode* child) {
+    if (!child)
+        return;
+    if (!tree_)
+        tree_.reset(new Tree);
+    addToList(tree_->children, child);
+}
+
+void CvNode::collect(TArray<CvNode*>& out, const String* name, bool deep) const {
+    if (!tree_)
+        return;
+    for (const IPtr<CvNode>& child : tree_->children) {
+        if (!name || child->name_ == *name)
+            out.add(child.get());
+        if (deep)
+            child->collect(out, name, true);
+    }
+}
+
+TArray<CvNode*> CvNode::getChildren() const {
+    TArray<CvNode*> result(-1);
+    collect(result, nullptr, false);
+    return result;
+}
+
+TArray<CvNode*> CvNode::getAllChildren() const {
+    TArray<CvNode*> result(-1);
+    collect(result, nullptr, true);
+    return result;
+}
+
+CvNode* CvNode::findChild(const String& name) const {
+    if (tree_)
+        for (const IPtr<CvNode>& child : tree_->children)
+            if (child->name_ == name)
+                return child.get();
+    return nullptr;
+}
+
+CvNode* CvNode::findDescendant(const String& name) const {
+    if (tree_)
+        for (const IPtr<CvNode>& child : tree_->children) {
+            if (child->name_ == name)
+                return child.get();
+            if (CvNode* found = child->findDescendant(name))
+                return found;
+        }
+    return nullptr;
+}
+
+TArray<CvNode*> CvNode::getChildrenByName(const String& name) const {
+    TArray<CvNode*> result(-1);
+    collect(result, &name, false);
+    return result;
+}
+
+TArray<CvNode*> CvNode::getDescendantsByName(const String& name) const {
+    TArray<CvNode*> result(-1);
+    collect(result, &name, true);
+    return result;
+}
+
+CvNodeAttribute* CvNode::findAttribute(const String& key) const {
+    if (tree_)
+        for (const IPtr<CvNodeAttribute>& attribute : tree_->attributes)
+            if (attribute->getKey() == key)
+                return attribute.get();
+    return nullptr;
+}
+
+void CvNode::setAttribute(const String& key, const String& value) {
+    if (CvNodeAttribute* attribute = findAttribute(key)) {
+        attribute->setValue(value);
+        return;
+    }
+    if (!tree_)
+        tree_.reset(new Tree);
+    tree_->attributes.add(IPtr<CvNodeAttribute>::adopt(new CvNodeAttribute(key, value)));
+}
+
+String CvNode::getAttribute(const String& key, const String& defaultValue) const {
+    CvNodeAttribute* attribute = findAttribute(key);
+    return attribute ? attribute->getValue() : defaultValue;
+}
+
+bool CvNode::hasAttribute(const String& key) const { return findAttribute(key) != nullptr; }
+
+} // namespace Halvorn

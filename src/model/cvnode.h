@@ -1,0 +1,123 @@
+// CvNode, the base of every model object with an identity, with its colour and attributes.
+#pragma once
+
+#include "corvelle/mediaobject.h"
+#include "corvelle/ptr.h"
+#include "foundation/fstring.h"
+#include "foundation/tarray.h"
+#include "model/cvobject.h"
+
+#include <memory>
+
+namespace Halvorn {
+
+// Four bytes of colour held by value inside its node. All zero means that no colour is set.
+// It is never reference counted: its IMediaColor lives and dies with the node that holds it.
+class CvColor : public CvObject, public IMediaColor {
+public:
+    CV_DECLARE_TYPE(CvColor, CvObject)
+
+    CvColor() = default;
+    CvColor(uint8 red, uint8 green, uint8 blue, uint8 alpha);
+    // "#rrggbb", "#rrggbbX" or "#rrggbbaa"; any other text gives the all-zero colour.
+    explicit CvColor(const String& text);
+    CvColor(const CvColor& other);
+    CvColor& operator=(const CvColor& other);
+    ~CvColor() override = default;
+
+    tresult queryInterface(const FUID& iid, void** object) override;
+    uint32 addRef() override { return 1; }
+    uint32 release() override { return 1; }
+
+    uint8 getRed() override { return red_; }
+    uint8 getGreen() override { return green_; }
+    uint8 getBlue() override { return blue_; }
+    uint8 getAlpha() override { return alpha_; }
+
+    bool isValid() const { return red_ || green_ || blue_ || alpha_; }
+    // "#rrggbbaa", lower case.
+    String toString() const;
+    bool operator==(const CvColor& other) const;
+    bool operator!=(const CvColor& other) const { return !(*this == other); }
+
+private:
+    uint8 red_ = 0;
+    uint8 green_ = 0;
+    uint8 blue_ = 0;
+    uint8 alpha_ = 0;
+};
+
+class CvNodeAttribute : public CvObject {
+public:
+    CV_DECLARE_TYPE(CvNodeAttribute, CvObject)
+
+    CvNodeAttribute(const String& key, const String& value) : key_(key), value_(value) {}
+
+    const String& getKey() const { return key_; }
+    const String& getValue() const { return value_; }
+    void setValue(const String& value) { value_ = value; }
+
+protected:
+    ~CvNodeAttribute() override = default;
+
+private:
+    String key_;
+    String value_;
+};
+
+// A named node: the base of the typed model classes, and on its own the plain element tree the
+// document reader parses into. Through a const node getId and getName give the String; through
+// IMediaObject they give UTF-16 text. Names and keys compare case-sensitively.
+class CvNode : public CvObject, public IMediaObject {
+public:
+    CV_DECLARE_TYPE(CvNode, CvObject)
+    CV_REFCOUNT_METHODS(CvObject)
+
+    explicit CvNode(const String& name = String(), const String& id = String());
+
+    tresult queryInterface(const FUID& iid, void** object) override;
+
+    const char16* getId() override { return id_.text16(); }
+    const char16* getName() override { return name_.text16(); }
+    IMediaColor* getColor() override { return &color_; }
+
+    const String& getId() const { return id_; }
+    const String& getName() const { return name_; }
+    void setName(const String& name) { name_ = name; }
+    const CvColor& getNodeColor() const { return color_; }
+    void setColor(const CvColor& color) { color_ = color; }
+
+    // Plain add: appends, null does nothing, no test for duplicates.
+    void addChild(CvNode* child);
+    TArray<CvNode*> getChildren() const;
+    // All descendants, depth first: each child directly before its own descendants.
+    TArray<CvNode*> getAllChildren() const;
+    CvNode* findChild(const String& name) const;
+    CvNode* findDescendant(const String& name) const;
+    TArray<CvNode*> getChildrenByName(const String& name) const;
+    TArray<CvNode*> getDescendantsByName(const String& name) const;
+
+    // Overwrites the value of an existing key in its place, else appends.
+    void setAttribute(const String& key, const String& value);
+    // The value, or defaultValue when the key is absent; a present empty value stays empty.
+    String getAttribute(const String& key, const String& defaultValue = String()) const;
+    bool hasAttribute(const String& key) const;
+
+protected:
+    ~CvNode() override;
+
+private:
+    struct Tree;
+
+    CvNodeAttribute* findAttribute(const String& key) const;
+    void collect(TArray<CvNode*>& out, const String* name, bool deep) const;
+
+    String id_;
+    String name_;
+    CvColor color_;
+    // Only the reader's plain nodes have children and attributes, so typed objects pay one
+    // pointer for them instead of two arrays.
+    std::unique_ptr<Tree> tree_;
+};
+
+} // namespace Halvorn

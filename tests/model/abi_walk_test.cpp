@@ -1,0 +1,278 @@
+// Walks a model as a caller outside the library does: public headers and queryInterface only.
+#include "corvelle/corvelle.h"
+
+#include "abisample.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+#include <type_traits>
+
+namespace Halvorn {
+namespace {
+
+// A face is a table pointer and nothing else: no data, no virtual destructor.
+template <class... I> constexpr bool allBareTables() {
+    return ((sizeof(I) == sizeof(void*) && std::is_abstract<I>::value &&
+             !std::has_virtual_destructor<I>::value && std::is_base_of<FUnknown, I>::value) &&
+            ...);
+}
+static_assert(
+    allBareTables<IMediaObject, IMediaColor, IMediaProject, IMediaSignature, IMediaTrack,
+                  IMediaChannel, IMediaSend, IMediaParameter, IMediaParameterContainer,
+                  IMediaDevice, IMediaEqualizer, IMediaEqualizerBand, IMediaBuiltinInstrument,
+                  IMediaTime, IMediaEvent, IMediaClip, IMediaAudioEvent, IMediaVideoEvent,
+                  IMediaMidiEvent, IMediaMidiNoteEvent, IMediaMarkerEvent, IMediaTempoEvent,
+                  IMediaSignatureEvent, IMediaWarpPoint, IMediaAutomation, IMediaAutomationPoint>(),
+    "every IMedia interface is a bare table of operations");
+
+// The sample's texts are ASCII; anything else shows as '?'.
+std::string ascii(const char16* text) {
+    if (!text)
+        return "<null>";
+    std::string result;
+    for (; *text; ++text)
+        result += *text < 128 ? static_cast<char>(*text) : '?';
+    return result;
+}
+
+std::string registryForm(const FUID& id) {
+    const uint8* b = id.bytes;
+    char text[37];
+    std::snprintf(text, sizeof text,
+                  "%02X%02X%02X%02X-%02X%02X-%02X%02X-%02X%02X-%02X%02X%02X%02X%02X%02X", b[3],
+                  b[2], b[1], b[0], b[5], b[4], b[7], b[6], b[8], b[9], b[10], b[11], b[12], b[13],
+                  b[14], b[15]);
+    return text;
+}
+
+template <class I> std::string idOf(I* face) {
+    auto object = queryInterface<IMediaObject>(face);
+    return object ? ascii(object->getId()) : "<no IMediaObject>";
+}
+
+template <class I> std::string nameOf(I* face) {
+    auto object = queryInterface<IMediaObject>(face);
+    return object ? ascii(object->getName()) : "<no IMediaObject>";
+}
+
+// Calls the operation in table slot `slot` (FUnknown's three count first) of a face, the way a
+// caller compiled from an independent copy of the listed operation order would.
+template <class R, class I, class... Args> R callSlot(I* face, int slot, Args... args) {
+    using Operation = R (*)(I*, Args...);
+    Operation* table = *reinterpret_cast<Operation**>(face);
+    return table[slot](face, args...);
+}
+
+// Finds the parameter with this id on any channel, send or device of the project.
+IMediaParameter* findTarget(IMediaProject* project, const char16* id) {
+    for (uint32 c = 0; c < project->getChannelCount(); ++c) {
+        IMediaChannel* channel = project->getChannel(c);
+        auto container = queryInterface<IMediaParameterContainer>(channel);
+        if (IMediaParameter* found = container ? container->findParameterById(id) : nullptr)
+            return found;
+        for (uint32 d = 0; d < channel->getDeviceCount(); ++d)
+            if (IMediaParameter* found =
+                    channel->getDevice(d)->getParameters()->findParameterById(id))
+                return found;
+    }
+    return nullptr;
+}
+
+TEST(AbiWalk, IdentifiersMatchTheirRegistryForm) {
+    struct Known {
+        FUID iid;
+        const char* text;
+    };
+    const Known known[] = {
+        {IMediaObject::iid, "D36B04AA-5BA8-4952-8074-489E95542EC7"},
+        {IMediaColor::iid, "8AABED9A-574C-4EEC-BAEC-66B8E104E86B"},
+        {IMediaProject::iid, "6B502064-7B64-467A-BCCD-E7F9FEAE9FCF"},
+        {IMediaSignature::iid, "952E9533-3065-4700-BA95-FCE27C097FAE"},
+        {IMediaTrack::iid, "8A170F49-CA46-4BED-8846-D9342EF0A0D8"},
+        {IMediaChannel::iid, "CD6B13FD-FF08-4BFE-9E72-6B53E4FABD10"},
+        {IMediaSend::iid, "9238FCE4-2BA8-45F1-A24E-7556B92C0817"},
+        {IMediaParameter::iid, "1B7F9CBB-033E-4A17-A9C9-0D26308BBFAD"},
+        {IMediaParameterContainer::iid, "2E96755A-05F2-404C-86C3-77398A886E0C"},
+        {IMediaDevice::iid, "3EEDDDC1-F4B5-4E3D-AB6A-E93873D79F6F"},
+        {IMediaEqualizer::iid, "D14744C0-9AD2-4D64-A49A-39AE770EA2B7"},
+        {IMediaEqualizerBand::iid, "1FAC4294-5704-4C32-A783-AB0F97A45E86"},
+        {IMediaBuiltinInstrument::iid, "2CF2B774-DDE5-4D54-9232-091948FB5864"},
+        {IMediaTime::iid, "8E1D8319-81E0-48AF-950E-F854F7DEBF8E"},
+        {IMediaEvent::iid, "68A1A115-9E79-4730-A6E8-701DB817DDFE"},
+        {IMediaClip::iid, "CAABC9FF-6706-46A7-973C-59D5B55E6397"},
+        {IMediaAudioEvent::iid, "9CAF3BD5-8504-4575-9FEE-3E797B239203"},
+        {IMediaVideoEvent::iid, "D891615A-580D-4A8D-85EA-A61BF54549B3"},
+        {IMediaMidiEvent::iid, "B887A472-2CA4-40A7-B3A7-6D7F1EF85158"},
+        {IMediaMidiNoteEvent::iid, "8EFAEC27-4D7F-4E70-81EB-DB910CA47775"},
+        {IMediaMarkerEvent::iid, "F1B4E908-30A5-43FF-9EAE-F24594F84BBD"},
+        {IMediaTempoEvent::iid, "44C731F4-CC4F-45A3-9CB2-E047CB77FD6F"},
+        {IMediaSignatureEvent::iid, "21CC4C02-BA71-41D3-8070-BD9D6EA47C95"},
+        {IMediaWarpPoint::iid, "4D9D69AB-0778-4273-BE02-C020C22A9B27"},
+        {IMediaAutomation::iid, "A9D74D84-6BCE-43C4-9DDE-3F3BFBC410A5"},
+        {IMediaAutomationPoint::iid, "1D79F25C-F14F-4092-9F11-390916B8A5B8"},
+    };
+    EXPECT_EQ(registryForm(IMediaObject::iid).substr(0, 8), "D36B04AA");
+    EXPECT_EQ(IMediaObject::iid.bytes[0], 0xAA); // the first group is little-endian in memory
+    for (const Known& entry : known)
+        EXPECT_EQ(registryForm(entry.iid), entry.text);
+}
+
+TEST(AbiWalk, WalksTheWholeSampleThroughItsFaces) {
+    FUnknown* root = buildSampleProject();
+    ASSERT_NE(root, nullptr);
+    {
+        auto project = queryInterface<IMediaProject>(root);
+        ASSERT_TRUE(project);
+        EXPECT_FALSE(queryInterface<IMediaObject>(root)); // the project has no node identity
+        EXPECT_EQ(project->getTempo()->getValue(), 96.0);
+        ASSERT_EQ(project->getTrackCount(), 2u);
+
+        IMediaTrack* folder = project->getTrack(0);
+        EXPECT_EQ(nameOf(folder), "Band");
+        EXPECT_EQ(folder->getChannel(), nullptr);
+        ASSERT_EQ(folder->getTrackCount(), 2u);
+
+        // The audio track: colour, channel, its links by id, devices and a send.
+        IMediaTrack* vocals = folder->getTrack(0);
+        auto vocalsObject = queryInterface<IMediaObject>(vocals);
+        ASSERT_TRUE(vocalsObject);
+        EXPECT_EQ(vocalsObject->getColor()->getGreen(), 128);
+        IMediaChannel* channel = vocals->getChannel();
+        ASSERT_NE(channel, nullptr);
+        EXPECT_EQ(idOf(channel), "ch.audio");
+        EXPECT_EQ(channel->findParameter(kParamPan)->getNormalizedValue(), 0.25);
+        IMediaChannel* destination = project->findChannel(channel->getDestination());
+        ASSERT_NE(destination, nullptr);
+        EXPECT_EQ(destination->getRole(), kChannelRoleMaster);
+        ASSERT_EQ(channel->getDeviceCount(), 1u);
+        IMediaDevice* delay = channel->getDevice(0);
+        EXPECT_EQ(nameOf(delay), "Delay");
+        EXPECT_STREQ(delay->getDeviceId(), "ABCDEF0123456789");
+        EXPECT_EQ(ascii(delay->getStatePath()), "plugins/delay.quorpreset");
+        IMediaSend* send = channel->getSend(0);
+        ASSERT_NE(send, nullptr);
+        EXPECT_EQ(send->findParameter(kParamVolume)->getValue(), 0.7);
+        EXPECT_EQ(idOf(project->findChannel(send->getDestination())), "fx");
+
+        // Its clip and audio event; a clip is no audio event whatever its type.
+        IMediaClip* clip = vocals->getClip(0);
+        ASSERT_NE(clip, nullptr);
+        EXPECT_EQ(clip->getTime()->getStart(), 8.0);
+        auto clipAsEvent = queryInterface<IMediaEvent>(clip);
+        ASSERT_TRUE(clipAsEvent);
+        EXPECT_EQ(clipAsEvent->getTime(), clip->getTime());
+        EXPECT_FALSE(queryInterface<IMediaAudioEvent>(clip));
+        auto take = queryInterface<IMediaAudioEvent>(clip->getEvent(0));
+        ASSERT_TRUE(take);
+        EXPECT_EQ(ascii(take->getFilePath()), "audio/vocals.wav");
+        EXPECT_DOUBLE_EQ(take->getPlaybackRate(), 0.75);
+
+        // Its automation lane reaches its parameter by id.
+        IMediaAutomation* lane = vocals->getAutomation(0);
+        ASSERT_NE(lane, nullptr);
+        EXPECT_EQ(lane->getPoint(2)->getValue(), 0.5);
+        IMediaParameter* target = findTarget(project.get(), lane->getTarget());
+        ASSERT_NE(target, nullptr);
+        EXPECT_EQ(target, channel->findParameter(kParamVolume));
+
+        // The notes track, the marker track and the devices of a channel without a track.
+        IMediaTrack* keys = folder->getTrack(1);
+        auto instrument = queryInterface<IMediaBuiltinInstrument>(keys->getChannel()->getDevice(0));
+        ASSERT_TRUE(instrument);
+        EXPECT_EQ(ascii(instrument->getPresetName()), "Grand");
+        IMediaClip* notes = keys->getClip(0);
+        ASSERT_EQ(notes->getEventCount(), 4u);
+        for (uint32 i = 0; i < notes->getEventCount(); ++i) {
+            auto note = queryInterface<IMediaMidiNoteEvent>(notes->getEvent(i));
+            auto midi = queryInterface<IMediaMidiEvent>(notes->getEvent(i));
+            ASSERT_TRUE(note && midi);
+            EXPECT_EQ(note->getKey(), midi->getData1());
+            EXPECT_EQ(notes->getEvent(i)->getTime()->getStart(), i * 0.5);
+        }
+        IMediaEvent* marker = project->getTrack(1)->getClip(0)->getEvent(0);
+        EXPECT_EQ(nameOf(marker), "Chorus");
+        EXPECT_TRUE(queryInterface<IMediaMarkerEvent>(marker));
+        auto eq = queryInterface<IMediaEqualizer>(destination->getDevice(0));
+        ASSERT_TRUE(eq);
+        EXPECT_EQ(eq->getInputGain()->getValue(), -3.0);
+        EXPECT_TRUE(eq->getBand(0)->getParameters()->hasParameterName(kParamEqualizerBandGain));
+    }
+    // Every query above gave its reference back: the root's release is the last.
+    EXPECT_EQ(root->release(), 0u);
+}
+
+TEST(AbiWalk, OperationsSitInTheirListedSlots) {
+    FUnknown* root = buildSampleProject();
+    {
+        auto project = queryInterface<IMediaProject>(root);
+        ASSERT_TRUE(project);
+        IMediaProject* p = project.get();
+        EXPECT_EQ(ascii(callSlot<const char16*>(p, 3)), "Sample Writer");
+        EXPECT_EQ(ascii(callSlot<const char16*>(p, 4)), "3.0");
+        EXPECT_EQ(callSlot<uint32>(p, 5), 2u);
+        EXPECT_EQ(callSlot<uint32>(p, 9), 4u);
+        const char16* fxId = u"fx";
+        EXPECT_EQ(callSlot<IMediaChannel*>(p, 11, fxId), p->getChannel(2));
+
+        IMediaParameter* tempo = callSlot<IMediaParameter*>(p, 7);
+        ASSERT_EQ(tempo, p->getTempo());
+        callSlot<void>(tempo, 12, 10.0);  // setMin
+        callSlot<void>(tempo, 13, 200.0); // setMax
+        callSlot<void>(tempo, 14, 7u);    // setParameterId
+        callSlot<void>(tempo, 15, 3u);    // setStepCount
+        EXPECT_EQ(callSlot<uint32>(tempo, 3), kUnitBpm);
+        EXPECT_EQ(callSlot<double>(tempo, 4), 96.0);
+        EXPECT_EQ(callSlot<double>(tempo, 5), 10.0);
+        EXPECT_EQ(callSlot<double>(tempo, 6), 200.0);
+        EXPECT_EQ(callSlot<uint32>(tempo, 7), 7u);
+        EXPECT_DOUBLE_EQ(callSlot<double>(tempo, 8), 86.0 / 190.0);
+        EXPECT_FALSE(callSlot<bool>(tempo, 9));
+        EXPECT_EQ(callSlot<uint32>(tempo, 10), 3u);
+        callSlot<void>(tempo, 11, 50.0); // setValue
+        EXPECT_EQ(tempo->getValue(), 50.0);
+        EXPECT_EQ(callSlot<IMediaSignature*>(p, 8)->getNumerator(), 3);
+
+        IMediaTrack* vocals = p->getTrack(0)->getTrack(0);
+        EXPECT_EQ(callSlot<uint32>(vocals, 3), kContentAudio);
+        EXPECT_EQ(callSlot<uint32>(vocals, 4), 0u);
+        EXPECT_EQ(callSlot<uint32>(vocals, 6), 1u);
+        EXPECT_EQ(callSlot<FUnknown*>(vocals, 9), nullptr);
+        EXPECT_TRUE(callSlot<bool>(vocals, 10));
+        EXPECT_EQ(callSlot<uint32>(vocals, 11), 1u);
+
+        IMediaChannel* channel = callSlot<IMediaChannel*>(vocals, 8);
+        ASSERT_EQ(channel, vocals->getChannel());
+        EXPECT_EQ(callSlot<uint32>(channel, 3), 1u); // kind
+        EXPECT_EQ(callSlot<uint32>(channel, 4), kChannelRoleRegular);
+        EXPECT_EQ(callSlot<uint32>(channel, 5), 1u); // devices
+        EXPECT_EQ(callSlot<uint32>(channel, 9), 1u); // audio channels
+        EXPECT_EQ(ascii(callSlot<const char16*>(channel, 10)), "master");
+        EXPECT_EQ(callSlot<uint32>(channel, 11), 1u); // sends
+
+        IMediaClip* clip = vocals->getClip(0);
+        EXPECT_EQ(callSlot<uint32>(clip, 3), kEventAudio);
+        EXPECT_EQ(callSlot<uint32>(clip, 5), 1u);
+        EXPECT_EQ(callSlot<double>(clip, 7), 0.1);
+        EXPECT_EQ(callSlot<double>(clip, 8), 0.0);
+        auto take = queryInterface<IMediaAudioEvent>(clip->getEvent(0));
+        ASSERT_TRUE(take);
+        EXPECT_EQ(callSlot<uint32>(take.get(), 4), 2u);
+        EXPECT_DOUBLE_EQ(callSlot<double>(take.get(), 6), 0.75);
+
+        IMediaAutomation* lane = vocals->getAutomation(0);
+        EXPECT_EQ(callSlot<uint32>(lane, 3), kUnitLinear);
+        EXPECT_EQ(ascii(callSlot<const char16*>(lane, 4)), "ch.audio.vol");
+        EXPECT_EQ(callSlot<uint32>(lane, 5), 3u);
+
+        auto object = queryInterface<IMediaObject>(vocals);
+        EXPECT_EQ(ascii(callSlot<const char16*>(object.get(), 3)), "track.audio");
+        EXPECT_EQ(ascii(callSlot<const char16*>(object.get(), 4)), "Vocals");
+        EXPECT_EQ(callSlot<uint8>(callSlot<IMediaColor*>(object.get(), 5), 4), 128); // green
+    }
+    EXPECT_EQ(root->release(), 0u);
+}
+
+} // namespace
+} // namespace Halvorn

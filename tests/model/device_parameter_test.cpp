@@ -1,0 +1,192 @@
+// Parameters, parameter containers and the device kinds, with their texts.
+#include "model/cvdevice.h"
+#include "modeltest.h"
+
+#include <gtest/gtest.h>
+
+namespace Halvorn {
+namespace {
+
+IPtr<CvParameter> parameter(const char8* name, const char8* id, uint32 number) {
+    auto result = make<CvParameter>(kUnitDecibel, id);
+    result->setName(name);
+    result->setParameterId(number);
+    return result;
+}
+
+TEST(DeviceParameter, NewParameterDefaultsAndNormalizing) {
+    auto p = make<CvParameter>(kUnitHertz, "p");
+    IMediaParameter* face = p.get();
+    EXPECT_EQ(face->getUnit(), kUnitHertz);
+    EXPECT_EQ(face->getValue(), 0.0);
+    EXPECT_EQ(face->getMin(), 0.0);
+    EXPECT_EQ(face->getMax(), 1.0);
+    EXPECT_EQ(face->getParameterId(), 0u);
+    EXPECT_EQ(face->getStepCount(), 0u);
+    EXPECT_TRUE(face->isContinuous());
+    EXPECT_EQ(face->getNormalizedValue(), 0.0);
+
+    face->setMax(10.0);
+    face->setValue(15.0); // no check: the value may stand outside the bounds
+    EXPECT_DOUBLE_EQ(face->getNormalizedValue(), 1.5);
+    face->setMin(-10.0);
+    face->setValue(0.0);
+    EXPECT_DOUBLE_EQ(face->getNormalizedValue(), 0.5);
+    face->setMin(10.0);
+    EXPECT_EQ(face->getNormalizedValue(), 0.0); // min equal to max: no division by zero
+    face->setStepCount(2);
+    face->setParameterId(4242);
+    EXPECT_FALSE(face->isContinuous());
+    EXPECT_EQ(face->getStepCount(), 2u);
+    EXPECT_EQ(face->getParameterId(), 4242u);
+}
+
+TEST(DeviceParameter, ContainerFindsTheFirstMatchAndNothingForNull) {
+    auto device = make<CvDevice>(kDeviceQuor3, kRoleInstrument, "dev");
+    auto first = parameter("Cutoff", "p1", 7);
+    auto second = parameter("Cutoff", "p2", 7);
+    device->addParameter(first.get());
+    device->addParameter(second.get());
+    device->addParameter(first.get()); // unique
+    device->addParameter(nullptr);
+    device->addParameter(parameter("Résonance", "p3", 8).get());
+
+    IMediaParameterContainer* container = static_cast<IMediaDevice*>(device.get())->getParameters();
+    ASSERT_NE(container, nullptr);
+    EXPECT_EQ(container->getParameterCount(), 3u);
+    EXPECT_EQ(container->getParameter(3), nullptr);
+    IMediaParameter* a = first.get();
+    IMediaParameter* b = second.get();
+    EXPECT_EQ(container->findParameterByName("Cutoff"), a);
+    EXPECT_EQ(container->findParameterByName("cutoff"), nullptr);
+    EXPECT_NE(container->findParameterByName("Résonance"), nullptr);
+    EXPECT_EQ(container->findParameterByName(nullptr), nullptr);
+    EXPECT_EQ(container->findParameterById(u"p2"), b);
+    EXPECT_EQ(container->findParameterById(u"p4"), nullptr);
+    EXPECT_EQ(container->findParameterById(nullptr), nullptr);
+    EXPECT_EQ(container->findParameterByNumber(7), a);
+    EXPECT_EQ(container->findParameterByNumber(9), nullptr);
+    EXPECT_TRUE(container->hasParameterNumber(8));
+    EXPECT_FALSE(container->hasParameterName("Drive"));
+    EXPECT_FALSE(container->hasParameterName(nullptr));
+
+    // Reading a name through IMediaObject must not spoil a later search by that name.
+    auto object = queryInterface<IMediaObject>(container->getParameter(2));
+    EXPECT_EQ(utf8(object->getName()), "Résonance");
+    EXPECT_TRUE(container->hasParameterName("Résonance"));
+}
+
+TEST(DeviceParameter, DeviceDefaultsStateFileAndFaces) {
+    auto device = make<CvDevice>(kDeviceCompressor, kRoleAudioFX, "comp");
+    device->setName("Compressor");
+    IMediaDevice* face = device.get();
+    EXPECT_EQ(face->getDeviceType(), kDeviceCompressor);
+    EXPECT_EQ(face->getDeviceRole(), kRoleAudioFX);
+    EXPECT_STREQ(face->getDeviceId(), "");
+    ASSERT_NE(face->getStatePath(), nullptr);
+    EXPECT_EQ(utf8(face->getStatePath()), "");
+    EXPECT_TRUE(face->isEnabled());
+
+    CvFile* file = device->getFile();
+    ASSERT_NE(file, nullptr);
+    EXPECT_EQ(file->getType(), kCvFilePreset);
+    EXPECT_FALSE(file->isExternal());
+
+    device->setDeviceId("565354ABCDEF");
+    device->setEnabled(false);
+    device->setStateFile("plugins/a.quorpreset", false);
+    EXPECT_STREQ(face->getDeviceId(), "565354ABCDEF");
+    EXPECT_FALSE(face->isEnabled());
+    EXPECT_EQ(utf8(face->getStatePath()), "plugins/a.quorpreset");
+    auto accessor = queryInterface<ICvFileAccessor>(face);
+    ASSERT_TRUE(accessor);
+    accessor->setFile(u"/abs/b.quorpreset", true);
+    EXPECT_EQ(accessor->getFile()->getType(), kCvFilePreset);
+    EXPECT_TRUE(accessor->getFile()->isExternal());
+    EXPECT_EQ(utf8(face->getStatePath()), "/abs/b.quorpreset");
+    accessor->setFile(nullptr, false);
+    EXPECT_EQ(utf8(face->getStatePath()), "");
+
+    EXPECT_TRUE(queryInterface<IMediaParameterContainer>(face));
+    EXPECT_TRUE(queryInterface<IMediaObject>(face));
+    EXPECT_FALSE(queryInterface<IMediaEqualizer>(face));
+    EXPECT_FALSE(queryInterface<IMediaBuiltinInstrument>(face));
+}
+
+TEST(DeviceParameter, EqualizerBandsAndGains) {
+    auto eq = make<CvEqualizer>(kRoleAudioFX, "eq");
+    IMediaEqualizer* face = eq.get();
+    EXPECT_EQ(static_cast<IMediaDevice*>(eq.get())->getDeviceType(), kDeviceEqualizer);
+    EXPECT_EQ(face->getInputGain(), nullptr);
+    EXPECT_EQ(face->getOutputGain(), nullptr);
+    EXPECT_EQ(face->getBand(0), nullptr);
+
+    eq->addParameter(parameter(kParamEqualizerOutputGain, "out", 1).get());
+    auto band = make<CvEqualizerBand>(kBandBell, 2, "band");
+    band->addParameter(parameter(kParamEqualizerBandFrequency, "f", 0).get());
+    eq->addBand(band.get());
+    eq->addBand(band.get());
+    eq->addBand(nullptr);
+    EXPECT_EQ(face->getInputGain(), nullptr);
+    ASSERT_NE(face->getOutputGain(), nullptr);
+    EXPECT_EQ(face->getOutputGain()->getParameterId(), 1u);
+    ASSERT_EQ(face->getBandCount(), 1u);
+    IMediaEqualizerBand* bandFace = face->getBand(0);
+    EXPECT_EQ(bandFace->getBandType(), kBandBell);
+    EXPECT_EQ(bandFace->getOrder(), 2u);
+    EXPECT_TRUE(bandFace->getParameters()->hasParameterName(kParamEqualizerBandFrequency));
+
+    // The exporter's way from a device face to the class behind it.
+    IMediaDevice* asDevice = eq.get();
+    EXPECT_EQ(fobjectCast<CvEqualizer>(asDevice), eq.get());
+    EXPECT_EQ(fobjectCast<CvInstrument>(asDevice), nullptr);
+    EXPECT_TRUE(eq->isTypeOf("CvDevice"));
+    EXPECT_TRUE(eq->isTypeOf("CvParameterContainer"));
+    EXPECT_FALSE(eq->isTypeOf("CvDevice", false));
+    EXPECT_FALSE(eq->isTypeOf("CvObject"));
+}
+
+TEST(DeviceParameter, InstrumentAnswersForDeviceAndFileAccessor) {
+    auto instrument = make<CvInstrument>(kDeviceBuiltinInstrument, kRoleInstrument, "inst");
+    IMediaBuiltinInstrument* face = instrument.get();
+    EXPECT_EQ(utf8(face->getPresetName()), "");
+    instrument->setPresetName("Warm Pad");
+    EXPECT_EQ(utf8(face->getPresetName()), "Warm Pad");
+    auto device = queryInterface<IMediaDevice>(face);
+    ASSERT_TRUE(device);
+    EXPECT_EQ(device->getDeviceType(), kDeviceBuiltinInstrument);
+    EXPECT_TRUE(queryInterface<ICvFileAccessor>(face));
+    EXPECT_EQ(queryInterface<IMediaBuiltinInstrument>(device.get()).get(), face);
+    EXPECT_FALSE(queryInterface<IMediaEqualizer>(face));
+}
+
+TEST(DeviceParameter, TextTablesReadLeniently) {
+    EXPECT_EQ(unitFromString("dB"), kUnitUnknown);
+    EXPECT_EQ(unitFromString("decibel"), kUnitDecibel);
+    EXPECT_EQ(unitFromString("bpm"), kUnitBpm);
+    EXPECT_STREQ(unitToString(99), "");
+    EXPECT_STREQ(unitToString(kUnitUnknown), "");
+    EXPECT_STREQ(unitToString(kUnitSemitones), "semitones");
+    for (uint32 unit = kUnitLinear; unit <= kUnitBpm; ++unit)
+        EXPECT_EQ(unitFromString(unitToString(unit)), unit);
+
+    EXPECT_EQ(deviceTypeFromString("Quor3Plugin"), kDeviceQuor3);
+    EXPECT_EQ(deviceTypeFromString("Equalizer"), kDeviceEqualizer);
+    EXPECT_EQ(deviceTypeFromString("equalizer"), kDeviceUnknown);
+    EXPECT_EQ(deviceRoleFromString("noteFX"), kRoleNoteFX);
+    EXPECT_EQ(deviceRoleFromString("unknown"), kRoleUnknown);
+    EXPECT_STREQ(deviceRoleToString(kRoleUnknown), "");
+    EXPECT_STREQ(deviceRoleToString(kRoleAnalyzer), "analyzer");
+
+    EXPECT_EQ(bandTypeFromString("highShelf"), kBandHighShelf);
+    EXPECT_EQ(bandTypeFromString("shelf"), kBandUnknown);
+    EXPECT_STREQ(bandTypeToString(99), "unknown");
+    EXPECT_STREQ(bandTypeToString(kBandNotch), "notch");
+
+    EXPECT_EQ(interpolationFromString("linear"), kInterpolationLinear);
+    EXPECT_EQ(interpolationFromString("cubic"), kInterpolationHold);
+    EXPECT_STREQ(interpolationToString(kInterpolationLinear), "linear");
+}
+
+} // namespace
+} // namespace Halvorn

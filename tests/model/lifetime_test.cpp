@@ -1,0 +1,151 @@
+// Reference counts balance: a large model, released at its root, gives back every allocation.
+#include "model/cvproject.h"
+#include "modeltest.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+// Live blocks of operator new in this program. Every model object, list buffer and node tree
+// comes from operator new, so a model that is destroyed whole brings the count back.
+std::atomic<long> gLiveBlocks{0};
+
+void* countedAlloc(std::size_t size) {
+    void* block = std::malloc(size ? size : 1);
+    if (block)
+        ++gLiveBlocks;
+    return block;
+}
+
+void countedFree(void* block) {
+    if (block) {
+        --gLiveBlocks;
+        std::free(block);
+    }
+}
+
+} // namespace
+
+void* operator new(std::size_t size) {
+    if (void* block = countedAlloc(size))
+        return block;
+    throw std::bad_alloc();
+}
+void* operator new[](std::size_t size) { return operator new(size); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return countedAlloc(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return countedAlloc(size);
+}
+void operator delete(void* block) noexcept { countedFree(block); }
+void operator delete[](void* block) noexcept { countedFree(block); }
+void operator delete(void* block, std::size_t) noexcept { countedFree(block); }
+void operator delete[](void* block, std::size_t) noexcept { countedFree(block); }
+void operator delete(void* block, const std::nothrow_t&) noexcept { countedFree(block); }
+void operator delete[](void* block, const std::nothrow_t&) noexcept { countedFree(block); }
+
+namespace Halvorn {
+namespace {
+
+IPtr<CvParameter> parameter(const char8* name, const String& id) {
+    auto result = make<CvParameter>(kUnitLinear, id);
+    result->setName(name);
+    return result;
+}
+
+// Tracks in folders, each with a channel held twice, devices, sends, clips of every event kind
+// and automation; sizes are chosen so that every list outgrows its first allocation.
+IPtr<CvProject> buildLargeProject() {
+    auto project = make<CvProject>("Big", "1");
+    for (int f = 0; f < 4; ++f) {
+        auto folder = make<CvTrack>(kContentTracks, "");
+        for (int t = 0; t < 12; ++t) {
+            String id;
+            id.printf("t%d.%d", f, t);
+            auto track = make<CvTrack>(t % 2 ? kContentAudio : kContentNotes, id);
+            auto channel = make<CvChannel>(1, kChannelRoleRegular, id);
+            channel->addParameter(parameter(kParamVolume, id).get());
+            auto eq = make<CvEqualizer>(kRoleAudioFX, "");
+            eq->addBand(make<CvEqualizerBand>(kBandBell, 0, "").get());
+            channel->addDevice(eq.get());
+            channel->addDevice(make<CvInstrument>(kDeviceBuiltinInstrument, 1, "").get());
+            channel->addSend(make<CvSend>(kSendPre, "").get());
+            track->setChannel(channel.get());
+            project->addChannel(channel.get());
+
+            auto clip = make<CvClip>(t % 2 ? kEventAudio : kEventMidi, "");
+            for (int e = 0; e < 300; ++e) {
+                if (t % 2) {
+                    auto audio = make<CvAudioEvent>("");
+                    audio->addWarpPoint(make<CvWarpPoint>(0.0, 0.0).get());
+                    audio->addWarpPoint(make<CvWarpPoint>(1.0, 2.0).get());
+                    clip->addEvent(audio.get());
+                } else {
+                    clip->addEvent(make<CvMidiNoteEvent>(60 + e % 12, 0.8, 0).get());
+                }
+            }
+            clip->addEvent(make<CvVideoEvent>("").get());
+            clip->addEvent(make<CvTempoEvent>().get());
+            clip->addEvent(make<CvSignatureEvent>().get());
+            clip->addEvent(make<CvMarkerEvent>().get());
+            track->addClip(clip.get());
+
+            auto lane = make<CvAutomation>(kUnitLinear, "");
+            lane->setTarget(id);
+            for (int p = 0; p < 200; ++p)
+                lane->addPoint(make<CvAutomationPoint>().get());
+            track->addAutomation(lane.get());
+            folder->addTrack(track.get());
+        }
+        project->addTrack(folder.get());
+    }
+    auto fx = make<CvChannel>(1, kChannelRoleEffect, "fx");
+    project->addChannel(fx.get());
+    return project;
+}
+
+TEST(Lifetime, ReleasingTheRootDestroysEveryObjectOfALargeModel) {
+    long before = gLiveBlocks.load();
+    IPtr<CvProject> project = buildLargeProject();
+    long built = gLiveBlocks.load() - before;
+    EXPECT_GT(built, 4 * 12 * 300 * 2); // at least an event and its time for every note
+    EXPECT_EQ(project->refCount(), 1);
+
+    // Counts after the build: a list holds one reference, a channel two (project and track).
+    CvTrack* track = project->getAllTracks()[1];
+    EXPECT_EQ(track->refCount(), 1);
+    EXPECT_EQ(track->getChannel()->refCount(), 2);
+    EXPECT_EQ(track->getClips()[0]->refCount(), 1);
+    EXPECT_EQ(track->getClips()[0]->getEvents()[0]->refCount(), 1);
+
+    // A reference kept by an outside holder outlives the project, and only that object.
+    IPtr<CvChannel> kept(track->getChannel());
+    project = nullptr;
+    EXPECT_EQ(kept->refCount(), 1);
+    EXPECT_GT(gLiveBlocks.load(), before);
+    kept = nullptr;
+    EXPECT_EQ(gLiveBlocks.load(), before);
+}
+
+TEST(Lifetime, WalksAndGettersHoldNoReferences) {
+    long before = gLiveBlocks.load();
+    {
+        IPtr<CvProject> project = buildLargeProject();
+        for (int i = 0; i < 3; ++i) {
+            TArray<ICvFileAccessor*> accessors = project->getFileAccessors();
+            EXPECT_EQ(accessors.total(), 4 * 6 * 300 + 4 * 6 + 48 * 2);
+        }
+        for (CvTrack* track : project->getAllTracks())
+            for (CvClip* clip : track->getClips())
+                for (CvEvent* event : clip->getEvents())
+                    ASSERT_EQ(event->refCount(), 1);
+        EXPECT_EQ(project->refCount(), 1);
+    }
+    EXPECT_EQ(gLiveBlocks.load(), before);
+}
+
+} // namespace
+} // namespace Halvorn
