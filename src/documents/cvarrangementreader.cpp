@@ -1,0 +1,331 @@
+// CvArrangementReader: lanes, clips, audio with warp points, notes, video, automation, markers,
+// tempo and time signature.
+#include "documents/cvarrangementreader.h"
+
+#include "documents/cvnodevalues.h"
+#include "documents/cvschemanames.h"
+#include "model/cvproject.h"
+#include "model/cvtables.h"
+
+namespace Halvorn {
+
+using namespace CvSchema;
+using namespace CvNodeValues;
+
+namespace {
+
+String text(const char8* utf8) { return String(utf8); }
+
+// One automation point between the document and the model: real and Boolean points are
+// gathered first, so that all real points come before all Boolean ones.
+struct CvXmlAutomationPoint : CvObject {
+    String id;
+    uint32 interpolation = kInterpolationLinear;
+    double value = 0.0;
+    double time = 0.0;
+};
+
+// The clip's event type follows from the track's content; 0 drops the clip.
+uint32 eventTypeOfContent(uint32 contentType) {
+    switch (contentType) {
+    case kContentAudio:
+        return kEventAudio;
+    case kContentNotes:
+        return kEventMidi;
+    case kContentVideo:
+        return kEventVideo;
+    case kContentAudioNotes:
+        return kEventAudioNotes;
+    default:
+        return 0;
+    }
+}
+
+} // namespace
+
+void CvArrangementReader::read(const CvNode* arrangement) {
+    for (CvNode* outer : arrangement->getChildrenByName(text(Element::kLanes))) {
+        bool outerSeconds = readSeconds(outer, Attribute::kTimeUnit, true);
+        for (CvNode* lane : outer->getChildrenByName(text(Element::kLanes)))
+            readLane(lane, outerSeconds);
+    }
+    for (CvNode* markers : arrangement->getChildrenByName(text(Element::kMarkers)))
+        readMarkers(markers);
+    if (CvNode* tempo = arrangement->findChild(text(Element::kTempoAutomation)))
+        readTempoAutomation(tempo);
+    if (CvNode* signature = arrangement->findChild(text(Element::kTimeSignatureAutomation)))
+        readSignatureAutomation(signature);
+}
+
+// A Clips with a time unit sets it for itself, for the Clips behind it and for the lane's Points.
+void CvArrangementReader::readLane(const CvNode* lane, bool outerSeconds) {
+    bool laneSeconds = readSeconds(lane, Attribute::kTimeUnit, outerSeconds);
+    CvTrack* laneTrack = project->findTrack(readText(lane, Attribute::kTrack, String()));
+    for (CvNode* clips : lane->getChildrenByName(text(Element::kClips))) {
+        CvTrack* track = trackFor(clips, laneTrack);
+        if (!track)
+            continue;
+        laneSeconds = readSeconds(clips, Attribute::kTimeUnit, laneSeconds);
+        for (CvNode* clip : clips->getChildrenByName(text(Element::kClip)))
+            readClip(clip, track, laneSeconds, outerSeconds);
+    }
+    for (CvNode* points : lane->getChildrenByName(text(Element::kPoints)))
+        readPoints(points, laneTrack, laneSeconds);
+}
+
+CvTrack* CvArrangementReader::trackFor(const CvNode* node, CvTrack* laneTrack) const {
+    return laneTrack ? laneTrack : project->findTrack(readText(node, Attribute::kTrack, String()));
+}
+
+double CvArrangementReader::readTime(const CvNode* node, const char8* key, double defaultValue,
+                                     bool seconds) const {
+    double value = readReal(node, key, defaultValue);
+    return seconds ? value : timeDomain->beatsToSeconds(value);
+}
+
+void CvArrangementReader::readClip(const CvNode* node, CvTrack* track, bool laneSeconds,
+                                   bool outerSeconds) const {
+    double start = readTime(node, Attribute::kTime, 0.0, laneSeconds);
+    double duration = readTime(node, Attribute::kDuration, 0.0, laneSeconds);
+    String name = readName(node);
+    CvColor color = readColor(node);
+    bool contentSeconds = readSeconds(node, Attribute::kContentTimeUnit, outerSeconds);
+    double playStart = readTime(node, Attribute::kPlayStart, 0.0, contentSeconds);
+    double playStop = readTime(node, Attribute::kPlayStop, 0.0, contentSeconds);
+    if (duration == 0.0)
+        duration = playStop - playStart;
+    uint32 eventType = eventTypeOfContent(track->getContentType());
+    if (eventType == 0)
+        return;
+
+    IPtr<CvClip> clip = IPtr<CvClip>::adopt(new CvClip(eventType, String()));
+    clip->setStart(start);
+    clip->setDuration(duration);
+    clip->setOffset(playStart);
+    clip->setName(name);
+    if (color.isValid())
+        clip->setColor(color);
+    if (!readBoolean(node, Attribute::kEnable, true))
+        clip->setMuted(true);
+    bool fadeSeconds = readSeconds(node, Attribute::kFadeTimeUnit, true);
+    clip->setFadeInTime(readTime(node, Attribute::kFadeInTime, 0.0, fadeSeconds));
+    clip->setFadeOutTime(readTime(node, Attribute::kFadeOutTime, 0.0, fadeSeconds));
+    track->addClip(clip.get());
+
+    switch (eventType) {
+    case kEventAudio:
+        readAudioEvents(node, clip.get(), laneSeconds);
+        break;
+    case kEventMidi:
+        readNoteEvents(node, clip.get(), laneSeconds);
+        break;
+    case kEventVideo:
+        readVideoEvents(node, clip.get());
+        break;
+    default: // a clip of audio and notes has no content
+        break;
+    }
+}
+
+// Without inner Clips the clip element itself is the one audio event.
+void CvArrangementReader::readAudioEvents(const CvNode* clipNode, CvClip* clip,
+                                          bool laneSeconds) const {
+    CvNode* inner = clipNode->findChild(text(Element::kClips));
+    if (!inner) {
+        readAudioEvent(clipNode, clip, laneSeconds);
+        return;
+    }
+    bool clipsSeconds = readSeconds(inner, Attribute::kTimeUnit, laneSeconds);
+    for (CvNode* element : inner->getChildrenByName(text(Element::kClip)))
+        readAudioEvent(element, clip, clipsSeconds);
+}
+
+// An element without an Audio, or with an Audio without File, gives no event.
+void CvArrangementReader::readAudioEvent(const CvNode* element, CvClip* clip,
+                                         bool clipsSeconds) const {
+    CvNode* audio = element->findDescendant(text(Element::kAudio));
+    CvNode* file = audio ? audio->findChild(text(Element::kFile)) : nullptr;
+    if (!file)
+        return;
+    auto sampleRate = static_cast<uint32>(readInteger(audio, Attribute::kSampleRate, 44100));
+    double fileDuration = readReal(audio, Attribute::kDuration, 0.0);
+    auto channels = static_cast<uint32>(readInteger(audio, Attribute::kChannels, 1));
+    bool external = readBoolean(file, Attribute::kExternal, false);
+    String path = readText(file, Attribute::kPath, String());
+
+    IPtr<CvAudioEvent> event = IPtr<CvAudioEvent>::adopt(new CvAudioEvent(String()));
+    event->setFile(path.text16(), external);
+    event->setFormat(sampleRate, channels, fileDuration);
+
+    bool contentSeconds = readSeconds(element, Attribute::kContentTimeUnit, true);
+    double playStart = readTime(element, Attribute::kPlayStart, 0.0, contentSeconds);
+    double playStop = readTime(element, Attribute::kPlayStop, 0.0, contentSeconds);
+    double start = readTime(element, Attribute::kTime, 0.0, clipsSeconds);
+    double duration = readTime(element, Attribute::kDuration, 0.0, clipsSeconds);
+    if (duration == 0.0)
+        duration = playStop - playStart;
+    event->setStart(start);
+    event->setDuration(duration);
+    event->setOffset(playStart);
+
+    if (CvNode* warps = element->findChild(text(Element::kWarps))) {
+        bool warpContentSeconds = readSeconds(warps, Attribute::kContentTimeUnit, true);
+        bool warpSeconds = readSeconds(warps, Attribute::kTimeUnit, clipsSeconds);
+        for (CvNode* warp : warps->getChildrenByName(text(Element::kWarp))) {
+            double contentTime = readTime(warp, Attribute::kContentTime, 0.0, warpContentSeconds);
+            double time = readTime(warp, Attribute::kTime, 0.0, warpSeconds);
+            // The document's contentTime goes to the point's first field, its time to
+            // the second: the playback rate of a read event depends on this order.
+            event->addWarpPoint(IPtr<CvWarpPoint>::adopt(new CvWarpPoint(contentTime, time)).get());
+        }
+    }
+    clip->addEvent(event.get());
+}
+
+void CvArrangementReader::readNoteEvents(const CvNode* clipNode, CvClip* clip,
+                                         bool laneSeconds) const {
+    for (CvNode* notes : clipNode->getDescendantsByName(text(Element::kNotes))) {
+        for (CvNode* note : notes->getChildrenByName(text(Element::kNote))) {
+            double start = readTime(note, Attribute::kTime, 0.0, laneSeconds);
+            double duration = readTime(note, Attribute::kDuration, 0.0, laneSeconds);
+            auto channel = static_cast<uint32>(readInteger(note, Attribute::kChannel, 0));
+            auto key = static_cast<uint32>(readInteger(note, Attribute::kKey, 60));
+            double velocity = readReal(note, Attribute::kVelocity, 1.0);
+            IPtr<CvMidiNoteEvent> event =
+                IPtr<CvMidiNoteEvent>::adopt(new CvMidiNoteEvent(key, velocity, channel));
+            event->setStart(start);
+            event->setDuration(duration);
+            clip->addEvent(event.get());
+        }
+    }
+}
+
+// Time and format of a video event stay at their defaults: the format doesn't read them.
+void CvArrangementReader::readVideoEvents(const CvNode* clipNode, CvClip* clip) const {
+    CvNode* video = clipNode->findChild(text(Element::kVideo));
+    CvNode* file = video ? video->findChild(text(Element::kFile)) : nullptr;
+    if (!file)
+        return;
+    bool external = readBoolean(file, Attribute::kExternal, false);
+    String path = readText(file, Attribute::kPath, String());
+    IPtr<CvVideoEvent> event = IPtr<CvVideoEvent>::adopt(new CvVideoEvent(String()));
+    event->setFile(path.text16(), external);
+    clip->addEvent(event.get());
+}
+
+// Real points come before Boolean points whatever their order in the file; nothing sorts them.
+void CvArrangementReader::readPoints(const CvNode* node, CvTrack* laneTrack,
+                                     bool laneSeconds) const {
+    CvTrack* track = trackFor(node, laneTrack);
+    CvNode* target = track ? node->findChild(text(Element::kTarget)) : nullptr;
+    if (!target)
+        return;
+    String parameter = readText(target, Attribute::kParameter, String());
+    if (parameter.isEmpty())
+        return;
+    uint32 unit = unitFromString(readText(node, Attribute::kUnit, text(Text::kUnknown)));
+    IPtr<CvAutomation> automation = IPtr<CvAutomation>::adopt(new CvAutomation(unit, readId(node)));
+    automation->setTarget(parameter);
+
+    TArray<IPtr<CvXmlAutomationPoint>> points(-1);
+    for (CvNode* element : node->getChildrenByName(text(Element::kRealPoint))) {
+        IPtr<CvXmlAutomationPoint> point =
+            IPtr<CvXmlAutomationPoint>::adopt(new CvXmlAutomationPoint);
+        point->id = readId(element);
+        point->value = readReal(element, Attribute::kValue, 0.0);
+        point->time = readReal(element, Attribute::kTime, 0.0);
+        point->interpolation = readInterpolation(element);
+        points.add(point);
+    }
+    for (CvNode* element : node->getChildrenByName(text(Element::kBoolPoint))) {
+        IPtr<CvXmlAutomationPoint> point =
+            IPtr<CvXmlAutomationPoint>::adopt(new CvXmlAutomationPoint);
+        point->id = readId(element);
+        point->value = readBoolean(element, Attribute::kValue, true) ? 1.0 : 0.0;
+        point->time = readReal(element, Attribute::kTime, 0.0);
+        point->interpolation = kInterpolationHold;
+        points.add(point);
+    }
+    for (const IPtr<CvXmlAutomationPoint>& point : points) {
+        IPtr<CvAutomationPoint> modelPoint =
+            IPtr<CvAutomationPoint>::adopt(new CvAutomationPoint(point->id));
+        modelPoint->setValue(point->value);
+        modelPoint->setTime(laneSeconds ? point->time : timeDomain->beatsToSeconds(point->time));
+        modelPoint->setInterpolation(point->interpolation);
+        automation->addPoint(modelPoint.get());
+    }
+    track->addAutomation(automation.get());
+}
+
+CvClip* CvArrangementReader::addTimelineTrack(const CvNode* node, uint32 contentType,
+                                              const char8* defaultName, uint32 eventType) const {
+    IPtr<CvTrack> track = IPtr<CvTrack>::adopt(new CvTrack(contentType, readId(node)));
+    track->setName(readText(node, Attribute::kName, text(defaultName)));
+    project->addTrack(track.get());
+    IPtr<CvClip> clip = IPtr<CvClip>::adopt(new CvClip(eventType, String()));
+    clip->setStart(0.0);
+    clip->setName(text(defaultName));
+    track->addClip(clip.get());
+    return clip.get();
+}
+
+// Marker times are in beats unless the element says seconds.
+void CvArrangementReader::readMarkers(const CvNode* node) const {
+    bool seconds = readSeconds(node, Attribute::kTimeUnit, false);
+    CvClip* clip = addTimelineTrack(node, kContentMarkers, Text::kMarkersName, kEventMarker);
+    double end = 0.0;
+    for (CvNode* element : node->getChildrenByName(text(Element::kMarker))) {
+        double time = readTime(element, Attribute::kTime, 0.0, seconds);
+        IPtr<CvMarkerEvent> marker = IPtr<CvMarkerEvent>::adopt(new CvMarkerEvent());
+        marker->setStart(time);
+        marker->setName(readName(element));
+        CvColor color = readColor(element);
+        if (color.isValid())
+            marker->setColor(color);
+        clip->addEvent(marker.get());
+        end = time > end ? time : end;
+    }
+    clip->setDuration(end);
+}
+
+// Tempo point times are always seconds.
+void CvArrangementReader::readTempoAutomation(const CvNode* node) const {
+    CvClip* clip = addTimelineTrack(node, kContentTempo, Text::kTempoName, kEventTempo);
+    double end = 0.0;
+    for (CvNode* element : node->getChildrenByName(text(Element::kRealPoint))) {
+        double time = readReal(element, Attribute::kTime, 0.0);
+        IPtr<CvTempoEvent> event = IPtr<CvTempoEvent>::adopt(new CvTempoEvent());
+        event->setStart(time);
+        event->setTempo(readReal(element, Attribute::kValue, 120.0));
+        event->setInterpolation(readInterpolation(element));
+        CvColor color = readColor(element);
+        if (color.isValid())
+            event->setColor(color);
+        clip->addEvent(event.get());
+        end = time > end ? time : end;
+    }
+    clip->setDuration(end);
+}
+
+// Signature point times are in beats unless the element says seconds.
+void CvArrangementReader::readSignatureAutomation(const CvNode* node) const {
+    bool seconds = readSeconds(node, Attribute::kTimeUnit, false);
+    CvClip* clip = addTimelineTrack(node, kContentSignature, Text::kSignatureName, kEventSignature);
+    double end = 0.0;
+    for (CvNode* element : node->getChildrenByName(text(Element::kTimeSignaturePoint))) {
+        double time = readTime(element, Attribute::kTime, 0.0, seconds);
+        IPtr<CvSignatureEvent> event = IPtr<CvSignatureEvent>::adopt(new CvSignatureEvent());
+        event->setStart(time);
+        event->setNumerator(static_cast<uint16>(readInteger(element, Attribute::kNumerator, 4)));
+        event->setDenominator(
+            static_cast<uint16>(readInteger(element, Attribute::kDenominator, 4)));
+        CvColor color = readColor(element);
+        if (color.isValid())
+            event->setColor(color);
+        clip->addEvent(event.get());
+        end = time > end ? time : end;
+    }
+    clip->setDuration(end);
+}
+
+} // namespace Halvorn

@@ -1,0 +1,50 @@
+// CvArrangementReader: reads the Arrangement element: lanes with clips, events and automation,
+// then markers, tempo and time signature.
+#pragma once
+
+#include "model/cvnode.h"
+
+namespace Halvorn {
+
+class CvClip;
+class CvProject;
+class CvTimeDomain;
+class CvTrack;
+
+// Fills a project whose tracks are already read; project and time domain are borrowed for the
+// reader's life. Times in beats become seconds at the single tempo of the time domain; tempo
+// automation plays no part in that. A track reference that finds nothing drops the content
+// that depends on it.
+class CvArrangementReader {
+public:
+    CvArrangementReader(CvProject* project, CvTimeDomain* timeDomain)
+        : project(project), timeDomain(timeDomain) {}
+
+    void read(const CvNode* arrangement);
+
+private:
+    void readLane(const CvNode* lane, bool outerSeconds);
+    void readClip(const CvNode* node, CvTrack* track, bool laneSeconds, bool outerSeconds) const;
+    void readAudioEvents(const CvNode* clipNode, CvClip* clip, bool laneSeconds) const;
+    void readAudioEvent(const CvNode* element, CvClip* clip, bool clipsSeconds) const;
+    void readNoteEvents(const CvNode* clipNode, CvClip* clip, bool laneSeconds) const;
+    void readVideoEvents(const CvNode* clipNode, CvClip* clip) const;
+    void readPoints(const CvNode* node, CvTrack* laneTrack, bool laneSeconds) const;
+    void readMarkers(const CvNode* node) const;
+    void readTempoAutomation(const CvNode* node) const;
+    void readSignatureAutomation(const CvNode* node) const;
+
+    // A time attribute in seconds: read, and converted from beats unless seconds is true.
+    double readTime(const CvNode* node, const char8* key, double defaultValue, bool seconds) const;
+    // The track of a lane's Clips or Points: the lane's own, else the element's "track".
+    CvTrack* trackFor(const CvNode* node, CvTrack* laneTrack) const;
+    // A track of its own for tempo, signature or markers, with the one clip that holds the
+    // events; the clip is returned borrowed.
+    CvClip* addTimelineTrack(const CvNode* node, uint32 contentType, const char8* defaultName,
+                             uint32 eventType) const;
+
+    CvProject* project;
+    CvTimeDomain* timeDomain;
+};
+
+} // namespace Halvorn

@@ -1,0 +1,95 @@
+// FXmlParser2: the block loop over expat and the forwarding of its callbacks.
+#include "documents/fxmlparser2.h"
+
+#include <expat.h>
+
+namespace Halvorn {
+
+FXmlParser2::FXmlParser2(INewXmlHandler* handler, const char8* encoding)
+    : parser_(XML_ParserCreate(encoding)), handler_(handler) {
+    if (!parser_)
+        return;
+    XML_SetUserData(parser_, this);
+    XML_SetStartElementHandler(parser_, &FXmlParser2::onStartElement);
+    XML_SetEndElementHandler(parser_, &FXmlParser2::onEndElement);
+    XML_SetCharacterDataHandler(parser_, &FXmlParser2::onCharacterData);
+    XML_SetCommentHandler(parser_, &FXmlParser2::onComment);
+}
+
+FXmlParser2::~FXmlParser2() {
+    if (parser_)
+        XML_ParserFree(parser_);
+}
+
+void FXmlParser2::setHandler(INewXmlHandler* handler) { handler_ = handler; }
+
+bool FXmlParser2::parse(IBStream* stream) {
+    if (!parser_ || !stream)
+        return false;
+    for (;;) {
+        void* buffer = XML_GetBuffer(parser_, kBlockSize);
+        if (!buffer)
+            return false;
+        int32 count = 0;
+        if (stream->read(buffer, kBlockSize, &count) != kResultOk || count < 0 ||
+            count > kBlockSize)
+            count = 0;
+        XML_Status status = XML_ParseBuffer(parser_, count, count == 0);
+        if (status == XML_STATUS_SUSPENDED)
+            return true;
+        if (status == XML_STATUS_OK) {
+            if (count == 0)
+                return true;
+            continue;
+        }
+        if (XML_GetErrorCode(parser_) != XML_ERROR_JUNK_AFTER_DOC_ELEMENT)
+            return false;
+        // What follows the document is left to the stream's next reader.
+        XML_Index end = XML_GetCurrentByteIndex(parser_);
+        if (end > 0)
+            stream->seek(end, IBStream::kSeekFromStart, nullptr);
+        return true;
+    }
+}
+
+void FXmlParser2::stop() {
+    if (parser_)
+        XML_StopParser(parser_, XML_FALSE);
+}
+
+void FXmlParser2::suspend() {
+    if (parser_)
+        XML_StopParser(parser_, XML_TRUE);
+}
+
+bool FXmlParser2::resume() { return parser_ && XML_ResumeParser(parser_) != XML_STATUS_ERROR; }
+
+int32 FXmlParser2::getErrorCode() const {
+    return parser_ ? static_cast<int32>(XML_GetErrorCode(parser_)) : 0;
+}
+
+void FXmlParser2::onStartElement(void* self, const char8* name, const char8** attributes) {
+    auto* parser = static_cast<FXmlParser2*>(self);
+    if (parser->handler_)
+        parser->handler_->startElement(parser, name, attributes);
+}
+
+void FXmlParser2::onEndElement(void* self, const char8* name) {
+    auto* parser = static_cast<FXmlParser2*>(self);
+    if (parser->handler_)
+        parser->handler_->endElement(parser, name);
+}
+
+void FXmlParser2::onCharacterData(void* self, const char8* text, int length) {
+    auto* parser = static_cast<FXmlParser2*>(self);
+    if (parser->handler_)
+        parser->handler_->characterData(parser, text, length);
+}
+
+void FXmlParser2::onComment(void* self, const char8* text) {
+    auto* parser = static_cast<FXmlParser2*>(self);
+    if (parser->handler_)
+        parser->handler_->comment(parser, text);
+}
+
+} // namespace Halvorn

@@ -1,0 +1,173 @@
+// CvPackageManager: the read road from package file to project model, and the door to the write.
+#include "package/cvpackagemanager.h"
+
+#include "corvelle/ptr.h"
+#include "documents/cvxmlreader.h"
+#include "foundation/ffilesystem.h"
+#include "foundation/furl.h"
+#include "model/cvfile.h"
+#include "model/cvproject.h"
+#include "package/cvpackage.h"
+#include "package/cvzipreader.h"
+#include "package/package_writer.h"
+
+#include <cerrno>
+#include <new>
+#include <sys/stat.h>
+
+namespace Halvorn {
+namespace {
+
+// Enough for any run of concurrent reads of packages with one name.
+constexpr int32 kClaimAttempts = 64;
+
+void toSlashes(String& path) { path.replace(String("\\"), String("/")); }
+
+// makeUnique only finds a name that is free now; a concurrent read of a package with the same
+// name may take it before this one creates it. The folder is therefore created exclusively
+// (and private to the user), and the search runs again when another read was first.
+[[nodiscard]] bool claimExtractionFolder(const String& name, FUrl& folder) {
+    for (int32 attempt = 0; attempt < kClaimAttempts; ++attempt) {
+        folder = FUrl(name, FUrl::kTemporaryFolder, true);
+        if (folder.isEmpty() || !folder.makeUnique())
+            return false;
+        if (attempt == 0)
+            (void)gFNFileSystem->createFolder(FUrl(folder.getFolderPath(), true));
+        if (mkdir(folder.getPath().text8(), 0700) == 0)
+            return true;
+        if (errno != EEXIST)
+            return false;
+    }
+    return false;
+}
+
+// Removes the extraction folder on every way out, an exception of memory included.
+class ExtractionFolderRemoval {
+public:
+    explicit ExtractionFolderRemoval(const FUrl& folder) : folder_(folder) {}
+    ~ExtractionFolderRemoval() { (void)gFNFileSystem->removeFolder(folder_, true); }
+    ExtractionFolderRemoval(const ExtractionFolderRemoval&) = delete;
+    ExtractionFolderRemoval& operator=(const ExtractionFolderRemoval&) = delete;
+
+private:
+    const FUrl& folder_;
+};
+
+// The file name a medium keeps in the client's folder; false for a path that names no file.
+[[nodiscard]] bool mediaFileName(const String& path, String& name) {
+    String slashed(path);
+    toSlashes(slashed);
+    const int32 slash = slashed.findLast(-1, u'/');
+    name = slashed;
+    if (slash >= 0)
+        name.remove(0, slash + 1);
+    return !name.isEmpty() && name != String(".") && name != String("..");
+}
+
+// Copies one accessor's file into the client's folder for its type and points the accessor at
+// the copy. Anything missing leaves the accessor as the document gave it.
+void moveFileToClient(ICvFileAccessor& accessor, const String& extractionFolder,
+                      IMediaPackageManagerClient& client) {
+    CvFile* file = accessor.getFile();
+    if (!file)
+        return;
+    const char16* wanted = client.getPathForFileType(static_cast<int32>(file->getType()));
+    if (!wanted || !wanted[0])
+        return;
+    String targetFolder(wanted);
+    toSlashes(targetFolder);
+    (void)gFNFileSystem->createFolder(FUrl(targetFolder, true));
+
+    String source;
+    if (!file->isExternal()) {
+        source = extractionFolder;
+        source.append("/");
+    }
+    source.append(file->getPath());
+    toSlashes(source);
+    const FUrl sourceUrl(source, false);
+    String name;
+    if (!gFNFileSystem->fileExists(sourceUrl) || !mediaFileName(file->getPath(), name))
+        return;
+
+    String target(targetFolder);
+    target.append("/");
+    target.append(name);
+    const FUrl targetUrl(target, false);
+    // A file of that name already there is taken as it is, and so is one that a concurrent
+    // read into the same folder put there between the test and the copy.
+    if (!gFNFileSystem->fileExists(targetUrl)) {
+        const IPtr<FUrl> copy = IPtr<FUrl>::adopt(gFNFileSystem->copyFile(sourceUrl, targetUrl));
+        if (!copy && !gFNFileSystem->fileExists(targetUrl))
+            return;
+    }
+    String native;
+    targetUrl.getNativePath(native);
+    toSlashes(native);
+    // Replaces the CvFile: file is void from here on.
+    accessor.setFile(native.text16(), false);
+}
+
+// Steps behind a claimed extraction folder: unpack, read the document, move the media.
+IPtr<CvProject> readExtracted(const FUrl& packageUrl, const FUrl& folder,
+                              IMediaPackageManagerClient& client) {
+    CvZipReader zipReader;
+    if (!zipReader.unzipToFolder(packageUrl.getPath(), folder.getPath()))
+        return {};
+    String documentPath(folder.getPath());
+    documentPath.append("/project.xml");
+    toSlashes(documentPath);
+    if (!gFNFileSystem->fileExists(FUrl(documentPath, false)))
+        return {};
+    const IPtr<CvXmlReader> documentReader = IPtr<CvXmlReader>::adopt(new CvXmlReader);
+    IPtr<CvProject> project = IPtr<CvProject>::adopt(documentReader->readProject(documentPath));
+    if (!project)
+        return {};
+    for (ICvFileAccessor* accessor : project->getFileAccessors())
+        if (accessor)
+            moveFileToClient(*accessor, folder.getPath(), client);
+    return project;
+}
+
+IMediaProjectPackage* readPackageFile(const String& path, IMediaPackageManagerClient& client) {
+    const FUrl packageUrl(path, false);
+    if (!gFNFileSystem->fileExists(packageUrl))
+        return nullptr;
+    FUrl folder;
+    if (!claimExtractionFolder(packageUrl.getNameWithoutExtension(), folder))
+        return nullptr;
+    IPtr<CvProject> project;
+    {
+        const ExtractionFolderRemoval removal(folder);
+        project = readExtracted(packageUrl, folder, client);
+    }
+    if (!project)
+        return nullptr;
+    // The package takes its own reference; the reader's goes with the handle.
+    return new CvPackage(project.get());
+}
+
+} // namespace
+
+tresult CvPackageManager::queryInterface(const FUID& iid, void** object) {
+    CV_QUERY(iid, object, IMediaPackageManager)
+    return CvObject::queryInterface(iid, object);
+}
+
+IMediaProjectPackage* CvPackageManager::readPackage(const char16* path,
+                                                    IMediaPackageManagerClient* client) {
+    if (!path || !client)
+        return nullptr;
+    try {
+        return readPackageFile(String(path), *client);
+    } catch (const std::bad_alloc&) {
+        // Nothing crosses the interface; the extraction folder is gone already.
+        return nullptr;
+    }
+}
+
+int32 CvPackageManager::writePackage(IMediaProjectPackage* package, const char16* path) {
+    return writeProjectPackage(package, path) ? 1 : 0;
+}
+
+} // namespace Halvorn

@@ -1,0 +1,219 @@
+// The document reader's frame: what stops it, Application and Transport, hostile documents.
+#include "documenttest.h"
+
+#include "foundation/ffilesystem.h"
+#include "foundation/fstream.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+#include <unistd.h>
+
+namespace Halvorn {
+namespace {
+
+using namespace DocumentTest;
+
+TEST(XmlReader, OnlyARootNamedProjectIsAProject) {
+    IPtr<CvProject> bare = read("<Project/>");
+    ASSERT_TRUE(bare);
+    EXPECT_EQ(utf8(bare->getApplicationName()), "DAW");
+    EXPECT_EQ(utf8(bare->getApplicationVersion()), "1.0");
+    EXPECT_EQ(bare->getTrackCount(), 0u);
+    EXPECT_EQ(bare->getChannelCount(), 0u);
+    EXPECT_DOUBLE_EQ(bare->getTempo()->getValue(), 120.0);
+    EXPECT_EQ(bare->getTempo()->getUnit(), static_cast<uint32>(kUnitBpm));
+    EXPECT_EQ(bare->getTimeSignature()->getNumerator(), 4);
+    EXPECT_EQ(bare->getTimeSignature()->getDenominator(), 4);
+
+    EXPECT_FALSE(read("<project/>"));
+    EXPECT_FALSE(read("<Projects/>"));
+    EXPECT_FALSE(read("<Structure><Project/></Structure>"));
+    EXPECT_FALSE(read(""));
+    EXPECT_FALSE(read("this is not XML"));
+    EXPECT_FALSE(read("<Project>"));
+    EXPECT_FALSE(read("<Project><Track></Project>"));
+    // Bytes that aren't UTF-8 are malformed, whatever encoding the declaration names.
+    EXPECT_FALSE(read("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><Project><Application "
+                      "name=\"Caf\xE9\"/></Project>"));
+}
+
+TEST(XmlReader, ReadsUtf8WhateverTheDeclarationSaysAndIgnoresWhatFollowsTheRoot) {
+    IPtr<CvProject> project =
+        read("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><Project><Application "
+             "name=\"Caf\xC3\xA9 &amp; &#x1F3B5;\" version=\"9.2\"/></Project>");
+    ASSERT_TRUE(project);
+    EXPECT_EQ(String(project->getApplicationName()), String(u"Caf\u00e9 & \U0001F3B5"));
+    EXPECT_EQ(utf8(project->getApplicationVersion()), "9.2");
+
+    // A second root, or any junk behind the first, doesn't count as malformed.
+    IPtr<CvProject> followed =
+        read("<Project><Application name=\"First\"/></Project><Project><Application "
+             "name=\"Second\"/></Project>");
+    ASSERT_TRUE(followed);
+    EXPECT_EQ(utf8(followed->getApplicationName()), "First");
+    EXPECT_TRUE(read("<Project/> trailing words"));
+    EXPECT_TRUE(read("<Project/><!-- a comment --> \n"));
+}
+
+TEST(XmlReader, TransportGivesTempoAndSignatureWithTheirDefaults) {
+    IPtr<CvProject> full =
+        read(project("<Application name=\"Host\" version=\"2.1\"/><Transport>"
+                     "<Tempo id=\"t1\" unit=\"bpm\" value=\"92,5\" min=\"20\" max=\"250\"/>"
+                     "<TimeSignature id=\"s1\" numerator=\"7\" denominator=\"8\"/></Transport>"));
+    ASSERT_TRUE(full);
+    EXPECT_EQ(utf8(full->getApplicationName()), "Host");
+    CvParameter* tempo = full->getTempo();
+    EXPECT_DOUBLE_EQ(tempo->getValue(), 92.5);
+    EXPECT_DOUBLE_EQ(tempo->getMin(), 20.0);
+    EXPECT_DOUBLE_EQ(tempo->getMax(), 250.0);
+    EXPECT_EQ(tempo->getUnit(), static_cast<uint32>(kUnitBpm));
+    EXPECT_EQ(idOf(tempo), "t1");
+    EXPECT_EQ(full->getTimeSignature()->getNumerator(), 7);
+    EXPECT_EQ(full->getTimeSignature()->getDenominator(), 8);
+    EXPECT_EQ(idOf(full->getTimeSignature()), "s1");
+
+    // Present without attributes: the format's defaults, which differ from the model's.
+    IPtr<CvProject> bare =
+        read(project("<Application/><Transport><Tempo/><TimeSignature/></Transport>"));
+    ASSERT_TRUE(bare);
+    EXPECT_EQ(utf8(bare->getApplicationName()), "DAW");
+    EXPECT_EQ(utf8(bare->getApplicationVersion()), "1.0");
+    EXPECT_DOUBLE_EQ(bare->getTempo()->getValue(), 120.0);
+    EXPECT_DOUBLE_EQ(bare->getTempo()->getMin(), 10.0);
+    EXPECT_DOUBLE_EQ(bare->getTempo()->getMax(), 300.0);
+    EXPECT_EQ(bare->getTempo()->getUnit(), static_cast<uint32>(kUnitUnknown));
+    EXPECT_EQ(idOf(bare->getTempo()), "0");
+    EXPECT_EQ(idOf(bare->getTimeSignature()), "0");
+    EXPECT_EQ(bare->getTimeSignature()->getNumerator(), 4);
+
+    // Without a Tempo element the model's own tempo stands.
+    IPtr<CvProject> none = read(project("<Transport/>"));
+    ASSERT_TRUE(none);
+    EXPECT_DOUBLE_EQ(none->getTempo()->getMin(), 1.0);
+    EXPECT_EQ(none->getTempo()->getUnit(), static_cast<uint32>(kUnitBpm));
+
+    // Present texts are always parsed: empty is 0, overflow is 0, integers cut to 16 bits.
+    IPtr<CvProject> odd = read(
+        project("<Application name=\"\"/><Transport><Tempo value=\"\" min=\"1e999\" max=\"nan\"/>"
+                "<TimeSignature numerator=\"65543\" denominator=\"x3\"/></Transport>"));
+    ASSERT_TRUE(odd);
+    EXPECT_EQ(utf8(odd->getApplicationName()), "");
+    EXPECT_EQ(odd->getTempo()->getValue(), 0.0);
+    EXPECT_EQ(odd->getTempo()->getMin(), 0.0);
+    EXPECT_EQ(odd->getTempo()->getMax(), 0.0);
+    EXPECT_EQ(odd->getTimeSignature()->getNumerator(), 7);
+    EXPECT_EQ(odd->getTimeSignature()->getDenominator(), 3);
+
+    // Only direct children count.
+    IPtr<CvProject> nested =
+        read(project("<Structure><Transport><Tempo value=\"60\"/></Transport></Structure>"
+                     "<Tempo value=\"70\"/>"));
+    ASSERT_TRUE(nested);
+    EXPECT_DOUBLE_EQ(nested->getTempo()->getValue(), 120.0);
+}
+
+TEST(XmlReader, DeepDocumentsAreMalformedWithinBoundedStack) {
+    auto nest = [](int depth) {
+        std::string xml = "<Project>";
+        for (int i = 1; i < depth; ++i)
+            xml += "<a>";
+        for (int i = 1; i < depth; ++i)
+            xml += "</a>";
+        return xml + "</Project>";
+    };
+    EXPECT_TRUE(read(nest(CvXmlReader::kMaxDepth)));
+    EXPECT_FALSE(read(nest(CvXmlReader::kMaxDepth + 1)));
+
+    // Far deeper, unclosed or closed: null, and no stack overflow in teardown.
+    EXPECT_FALSE(read(nest(100000)));
+    std::string open = "<Project>";
+    for (int i = 0; i < 100000; ++i)
+        open += "<Track contentType=\"tracks\">";
+    EXPECT_FALSE(read(open));
+
+    // Deep folder tracks within the bound are read whole.
+    std::string tracks;
+    const int levels = CvXmlReader::kMaxDepth - 3;
+    for (int i = 0; i < levels; ++i)
+        tracks += "<Track contentType=\"tracks\" id=\"t" + std::to_string(i) + "\">";
+    for (int i = 0; i < levels; ++i)
+        tracks += "</Track>";
+    IPtr<CvProject> deep = read(structure(tracks));
+    ASSERT_TRUE(deep);
+    EXPECT_EQ(deep->getAllTracks().total(), levels);
+    EXPECT_TRUE(deep->findTrack(String(("t" + std::to_string(levels - 1)).c_str())));
+}
+
+TEST(XmlReader, HostileContentLeavesOutOnlyWhatItSpoils) {
+    // An element's attributes past the bound are not read; those before it are.
+    std::string many;
+    for (int i = 0; i < 100000; ++i)
+        many += " a" + std::to_string(i) + "=\"" + std::to_string(i) + "\"";
+    IPtr<CvProject> first = read(project("<Application name=\"Kept\"" + many + "/>"));
+    ASSERT_TRUE(first);
+    EXPECT_EQ(utf8(first->getApplicationName()), "Kept");
+    IPtr<CvProject> last = read(project("<Application" + many + " name=\"Lost\"/>"));
+    ASSERT_TRUE(last);
+    EXPECT_EQ(utf8(last->getApplicationName()), "DAW");
+
+    // Siblings by the hundred thousand are read whole (the test's time limit catches a quadratic read).
+    std::string notes;
+    for (int i = 0; i < 100000; ++i)
+        notes += "<Note/>";
+    IPtr<CvProject> dense = read(
+        project("<Structure><Track contentType=\"notes\"/></Structure><Arrangement><Lanes><Lanes "
+                "track=\"0\"><Clips><Clip><Notes>" +
+                notes + "</Notes></Clip></Clips></Lanes></Lanes></Arrangement>"));
+    ASSERT_TRUE(dense);
+    EXPECT_EQ(dense->getTrack(0)->getClip(0)->getEventCount(), 100000u);
+
+    // Duplicate attributes are malformed XML.
+    EXPECT_FALSE(read("<Project><Application name=\"a\" name=\"b\"/></Project>"));
+
+    // Entity expansion bombs are refused by the parser's amplification limit.
+    std::string bomb = "<?xml version=\"1.0\"?><!DOCTYPE Project [<!ENTITY a0 \"xxxxxxxxxx\">";
+    for (int i = 1; i < 10; ++i) {
+        std::string previous = "&a" + std::to_string(i - 1) + ";";
+        std::string ten;
+        for (int k = 0; k < 10; ++k)
+            ten += previous;
+        bomb += "<!ENTITY a" + std::to_string(i) + " \"" + ten + "\">";
+    }
+    bomb += "]><Project><Application name=\"&a9;\"/></Project>";
+    EXPECT_FALSE(read(bomb));
+}
+
+TEST(XmlReader, ReadsFilesByPathAndNothingElse) {
+    const char* base = std::getenv("TMPDIR");
+    std::string folder = std::string(base && *base ? base : "/tmp") + "/cvreader-XXXXXX";
+    ASSERT_TRUE(mkdtemp(&folder[0]));
+    std::string file = folder + "/project.xml";
+    FUrl url(String(file.c_str()), false);
+    FStream* stream = gFNFileSystem->createStream(url, FStream::kWrite);
+    ASSERT_TRUE(stream);
+    std::string xml = project("<Application name=\"OnDisk\"/>");
+    EXPECT_EQ(stream->write(xml.data(), static_cast<int32>(xml.size())),
+              static_cast<int32>(xml.size()));
+    gFNFileSystem->closeStream(stream);
+
+    IPtr<CvXmlReader> reader = IPtr<CvXmlReader>::adopt(new CvXmlReader());
+    IPtr<CvProject> project = IPtr<CvProject>::adopt(reader->readProject(String(file.c_str())));
+    ASSERT_TRUE(project);
+    EXPECT_EQ(utf8(project->getApplicationName()), "OnDisk");
+    // The same reader reads again, and a failure after a success gives null.
+    EXPECT_FALSE(
+        IPtr<CvProject>::adopt(reader->readProject(String((folder + "/none.xml").c_str()))));
+    EXPECT_FALSE(IPtr<CvProject>::adopt(reader->readProject(String(folder.c_str()))));
+    IPtr<CvProject> again = IPtr<CvProject>::adopt(reader->readProject(String(file.c_str())));
+    ASSERT_TRUE(again);
+    EXPECT_NE(again.get(), project.get());
+    EXPECT_EQ(reader->refCount(), 1);
+
+    EXPECT_EQ(unlink(file.c_str()), 0);
+    EXPECT_EQ(rmdir(folder.c_str()), 0);
+}
+
+} // namespace
+} // namespace Halvorn

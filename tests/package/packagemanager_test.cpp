@@ -1,0 +1,248 @@
+// readPackage through the host-free door: media into the client's folders, failures, threads.
+#include "corvelle/package.h"
+#include "corvelle/ptr.h"
+#include "model/cvfile.h"
+#include "model/cvproject.h"
+#include "package/cvpackagemanagerclient.h"
+#include "package/cvzipwriter.h"
+#include "packagetestsupport.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <map>
+#include <thread>
+
+using namespace Halvorn;
+using namespace PackageTest;
+
+namespace {
+
+// One audio track with four audio events (packed, missing, external, external and missing), a
+// device with a state file on its channel, and a video track.
+std::string projectDocument(const std::string& externalFile) {
+    auto audioClip = [](const std::string& path, bool external) {
+        return "<Clip time=\"0\" duration=\"1\"><Audio sampleRate=\"44100\" channels=\"1\" "
+               "duration=\"1\"><File path=\"" +
+               path + "\" external=\"" + (external ? "true" : "false") + "\"/></Audio></Clip>";
+    };
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+           "<Project version=\"1.0\"><Application name=\"TestDAW\" version=\"2.5\"/>"
+           "<Transport><Tempo unit=\"bpm\" value=\"90\"/>"
+           "<TimeSignature numerator=\"3\" denominator=\"4\"/></Transport>"
+           "<Structure>"
+           "<Track contentType=\"audio\" loaded=\"true\" id=\"t1\" name=\"Drums\">"
+           "<Channel role=\"regular\" audioChannels=\"2\" id=\"c1\"><Devices>"
+           "<Quor3Plugin id=\"d1\" deviceRole=\"audioFX\" deviceName=\"Verb\">"
+           "<Enabled value=\"true\"/><State path=\"plugins/verb.quorpreset\" external=\"false\"/>"
+           "</Quor3Plugin></Devices></Channel></Track>"
+           "<Track contentType=\"video\" loaded=\"true\" id=\"t2\" name=\"Film\"/>"
+           "</Structure>"
+           "<Arrangement><Lanes timeUnit=\"seconds\">"
+           "<Lanes track=\"t1\"><Clips><Clip time=\"0\" duration=\"4\"><Clips>" +
+           audioClip("audio/kick.wav", false) + audioClip("audio/missing.wav", false) +
+           audioClip(externalFile, true) + audioClip("/no/such/file.wav", true) +
+           "</Clips></Clip></Clips></Lanes>"
+           "<Lanes track=\"t2\"><Clips><Clip time=\"0\" duration=\"1\"><Video duration=\"1\">"
+           "<File path=\"video/film.mp4\" external=\"false\"/></Video></Clip></Clips></Lanes>"
+           "</Lanes></Arrangement></Project>\n";
+}
+
+// Stages the files in a folder and packs them with the system's writer.
+std::string makePackage(const ScratchFolder& scratch, const std::string& name,
+                        const std::map<std::string, std::string>& files) {
+    const std::string tree = scratch / ("tree-" + name);
+    for (const auto& [path, bytes] : files)
+        writeFile(tree + "/" + path, bytes);
+    std::filesystem::create_directories(tree);
+    const std::string package = scratch / (name + ".corvelle");
+    CvZipWriter writer;
+    EXPECT_TRUE(writer.zipFolder(String(tree.c_str()), String(package.c_str())));
+    return package;
+}
+
+std::map<std::string, std::string> sampleFiles(const std::string& externalFile) {
+    return {{"project.xml", projectDocument(externalFile)},
+            {"metadata.xml", "<MetaData/>"},
+            {"audio/kick.wav", std::string(50000, 'k')},
+            {"video/film.mp4", "film"},
+            {"plugins/verb.quorpreset", "state"}};
+}
+
+struct FileView {
+    uint32 type;
+    std::string path;
+    bool external;
+};
+
+// The files of a read project, in accessor order.
+std::vector<FileView> filesOf(IMediaProjectPackage* package) {
+    std::vector<FileView> files;
+    auto* project = fobjectCast<CvProject>(package ? package->getProject() : nullptr);
+    if (!project)
+        return files;
+    for (ICvFileAccessor* accessor : project->getFileAccessors()) {
+        CvFile* file = accessor->getFile();
+        String path(file->getPath());
+        files.push_back({file->getType(), path.text8(), file->isExternal()});
+    }
+    return files;
+}
+
+IPtr<IMediaPackageManager> makeManager() {
+    return IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
+}
+
+IPtr<IMediaProjectPackage> read(IMediaPackageManager* manager, const std::string& path,
+                                IMediaPackageManagerClient* client) {
+    const String text(path.c_str());
+    return IPtr<IMediaProjectPackage>::adopt(manager->readPackage(text.text16(), client));
+}
+
+IPtr<CvPackageManagerClient> makeClient(const std::string& base, bool wantVideo) {
+    auto client = IPtr<CvPackageManagerClient>::adopt(new CvPackageManagerClient);
+    client->setPathForFileType(kCvFileAudio, String((base + "/Audio").c_str()));
+    client->setPathForFileType(kCvFilePreset, String((base + "\\Preset").c_str()));
+    client->setPathForFileType(kCvFileMidi, String((base + "/Midi").c_str()));
+    if (wantVideo)
+        client->setPathForFileType(kCvFileVideo, String((base + "/Video").c_str()));
+    return client;
+}
+
+} // namespace
+
+TEST(PackageManager, CopiesMediaIntoTheClientFoldersAndRemovesTheExtraction) {
+    PrivateTempFolder temp;
+    ScratchFolder scratch;
+    writeFile(scratch / "elsewhere/loop.wav", "external loop");
+    const std::string package =
+        makePackage(scratch, "song", sampleFiles(scratch / "elsewhere/loop.wav"));
+    const std::string base = scratch / "host";
+
+    IPtr<IMediaProjectPackage> result;
+    {
+        auto manager = makeManager();
+        ASSERT_TRUE(manager);
+        auto client = makeClient(base, false);
+        result = read(manager.get(), package, client.get());
+        ASSERT_TRUE(result);
+        EXPECT_EQ(client->refCount(), 1); // borrowed only
+    }
+    // The package outlives the manager and keeps its project.
+    IMediaProject* project = result->getProject();
+    ASSERT_NE(project, nullptr);
+    EXPECT_EQ(String(project->getApplicationName()), String("TestDAW"));
+    EXPECT_TRUE(temp.leftovers().empty());
+
+    const auto files = filesOf(result.get());
+    ASSERT_EQ(files.size(), 6u);
+    EXPECT_EQ(files[0].path, base + "/Audio/kick.wav");
+    EXPECT_FALSE(files[0].external);
+    EXPECT_TRUE(readFile(files[0].path) == std::string(50000, 'k'));
+    EXPECT_EQ(files[1].path, "audio/missing.wav"); // no source: unchanged
+    EXPECT_EQ(files[2].path, base + "/Audio/loop.wav");
+    EXPECT_FALSE(files[2].external);
+    EXPECT_EQ(readFile(files[2].path), "external loop");
+    EXPECT_EQ(files[3].path, "/no/such/file.wav");
+    EXPECT_TRUE(files[3].external);
+    EXPECT_EQ(files[4].type, uint32(kCvFileVideo)); // no video folder wanted: unchanged
+    EXPECT_EQ(files[4].path, "video/film.mp4");
+    EXPECT_EQ(files[5].type, uint32(kCvFilePreset));
+    EXPECT_EQ(files[5].path, base + "/Preset/verb.quorpreset");
+    EXPECT_EQ(readFile(files[5].path), "state");
+    // No file of the project is MIDI, so that folder is never made.
+    EXPECT_EQ(listTree(base),
+              (std::vector<std::string>{"Audio/", "Audio/kick.wav", "Audio/loop.wav", "Preset/",
+                                        "Preset/verb.quorpreset"}));
+}
+
+TEST(PackageManager, KeepsExistingTargetsAndStepsAroundATakenTemporaryName) {
+    PrivateTempFolder temp;
+    ScratchFolder scratch;
+    const std::string package = makePackage(scratch, "song", sampleFiles("/nothing"));
+    const std::string base = scratch / "host";
+    writeFile(base + "/Audio/kick.wav", "already here");
+    writeFile(temp.path() + "/song/keep.txt", "someone else's");
+
+    auto manager = makeManager();
+    auto client = makeClient(base, true);
+    auto result = read(manager.get(), package, client.get());
+    ASSERT_TRUE(result);
+    const auto files = filesOf(result.get());
+    ASSERT_EQ(files.size(), 6u);
+    EXPECT_EQ(files[0].path, base + "/Audio/kick.wav");
+    EXPECT_EQ(readFile(base + "/Audio/kick.wav"), "already here");
+    EXPECT_EQ(files[4].path, base + "/Video/film.mp4");
+    EXPECT_EQ(temp.leftovers(), (std::vector<std::string>{"song/", "song/keep.txt"}));
+    EXPECT_EQ(readFile(temp.path() + "/song/keep.txt"), "someone else's");
+}
+
+TEST(PackageManager, UnreadablePackagesGiveNullAndLeaveNothingBehind) {
+    PrivateTempFolder temp;
+    ScratchFolder scratch;
+    auto manager = makeManager();
+    auto client = makeClient(scratch / "host", true);
+    const String somePath("/x.corvelle");
+    EXPECT_EQ(manager->readPackage(nullptr, client.get()), nullptr);
+    EXPECT_EQ(manager->readPackage(somePath.text16(), nullptr), nullptr);
+    EXPECT_FALSE(read(manager.get(), scratch / "missing.corvelle", client.get()));
+    writeFile(scratch / "text.corvelle", "not a zip");
+    EXPECT_FALSE(read(manager.get(), scratch / "text.corvelle", client.get()));
+
+    auto files = sampleFiles("/nothing");
+    files.erase("project.xml");
+    files["sub/project.xml"] = projectDocument("/nothing");
+    EXPECT_FALSE(read(manager.get(), makePackage(scratch, "noproject", files), client.get()));
+    EXPECT_FALSE(read(manager.get(),
+                      makePackage(scratch, "malformed", {{"project.xml", "<Project><Track>"}}),
+                      client.get()));
+    EXPECT_FALSE(read(manager.get(),
+                      makePackage(scratch, "wrongroot", {{"project.xml", "<Song/>"}}),
+                      client.get()));
+    EXPECT_TRUE(temp.leftovers().empty());
+
+    // Hostile entries don't escape, and every cut of a good package reads or fails cleanly.
+    writeFile(scratch / "hostile.corvelle", buildZip({{"project.xml", projectDocument("/nothing")},
+                                                      {"../escaped.wav", "x"},
+                                                      {"audio/../../escaped2.wav", "x"}}));
+    EXPECT_TRUE(read(manager.get(), scratch / "hostile.corvelle", client.get()));
+    EXPECT_FALSE(exists(temp.path() + "/../escaped.wav"));
+    EXPECT_FALSE(exists(temp.path() + "/escaped2.wav"));
+    const std::string whole = readFile(makePackage(scratch, "whole", sampleFiles("/nothing")));
+    for (size_t cut = 0; cut < whole.size(); cut += 211) {
+        writeFile(scratch / "cut.corvelle", whole.substr(0, cut));
+        (void)read(manager.get(), scratch / "cut.corvelle", client.get());
+    }
+    EXPECT_TRUE(temp.leftovers().empty());
+}
+
+TEST(PackageManager, ConcurrentReadsOfOnePackageAreIndependent) {
+    PrivateTempFolder temp;
+    ScratchFolder scratch;
+    const std::string package = makePackage(scratch, "song", sampleFiles("/nothing"));
+    auto manager = makeManager();
+    constexpr int kThreads = 6;
+    constexpr int kRounds = 4;
+    std::atomic<int> good{0};
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t) {
+        threads.emplace_back([&, t] {
+            // Half the threads share one client folder, the others have their own.
+            const std::string base = scratch / ("host" + std::to_string(t % 2 ? t : 0));
+            auto client = makeClient(base, true);
+            for (int round = 0; round < kRounds; ++round) {
+                auto result = read(manager.get(), package, client.get());
+                const auto files = filesOf(result.get());
+                if (files.size() == 6 && files[0].path == base + "/Audio/kick.wav" &&
+                    readFile(files[0].path).size() == 50000 &&
+                    files[5].path == base + "/Preset/verb.quorpreset")
+                    ++good;
+            }
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(good.load(), kThreads * kRounds);
+    EXPECT_TRUE(temp.leftovers().empty());
+}

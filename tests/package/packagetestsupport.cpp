@@ -1,0 +1,213 @@
+// Helpers of the package tests: scratch folders, files, and a zip builder independent of minizip.
+#include "packagetestsupport.h"
+
+#include <zlib.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace fs = std::filesystem;
+
+namespace PackageTest {
+
+ScratchFolder::ScratchFolder() {
+    // Taken once, before any PrivateTempFolder points $TMPDIR elsewhere.
+    static const fs::path base = fs::temp_directory_path();
+    std::string pattern = (base / "corvelle-package-test-XXXXXX").string();
+    if (!mkdtemp(pattern.data()))
+        throw std::runtime_error("no scratch folder");
+    path_ = pattern;
+}
+
+ScratchFolder::~ScratchFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+}
+
+PrivateTempFolder::PrivateTempFolder() {
+    const char* previous = std::getenv("TMPDIR");
+    hadPrevious_ = previous != nullptr;
+    previous_ = previous ? previous : "";
+    setenv("TMPDIR", scratch_.path().c_str(), 1);
+}
+
+PrivateTempFolder::~PrivateTempFolder() {
+    if (hadPrevious_)
+        setenv("TMPDIR", previous_.c_str(), 1);
+    else
+        unsetenv("TMPDIR");
+}
+
+std::vector<std::string> PrivateTempFolder::leftovers() const { return listTree(path()); }
+
+void writeFile(const std::string& path, const std::string& bytes) {
+    fs::create_directories(fs::path(path).parent_path());
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+std::string readFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+bool exists(const std::string& path) {
+    std::error_code ignored;
+    return fs::exists(fs::symlink_status(path, ignored));
+}
+
+std::vector<std::string> listTree(const std::string& root) {
+    std::vector<std::string> names;
+    std::error_code error;
+    for (auto it = fs::recursive_directory_iterator(root, error); !error && it != fs::end(it);
+         it.increment(error)) {
+        std::string name = fs::relative(it->path(), root).generic_string();
+        if (it->is_directory() && !it->is_symlink())
+            name += "/";
+        names.push_back(name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+namespace {
+
+void put16(std::string& out, uint32_t value) {
+    out += char(value & 0xFF);
+    out += char((value >> 8) & 0xFF);
+}
+
+void put32(std::string& out, uint32_t value) {
+    put16(out, value & 0xFFFF);
+    put16(out, value >> 16);
+}
+
+void put64(std::string& out, uint64_t value) {
+    put32(out, uint32_t(value));
+    put32(out, uint32_t(value >> 32));
+}
+
+std::string rawDeflate(const std::string& data) {
+    z_stream stream{};
+    deflateInit2(&stream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
+    std::string out(deflateBound(&stream, data.size()), '\0');
+    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data.data()));
+    stream.avail_in = static_cast<uInt>(data.size());
+    stream.next_out = reinterpret_cast<Bytef*>(out.data());
+    stream.avail_out = static_cast<uInt>(out.size());
+    deflate(&stream, Z_FINISH);
+    out.resize(stream.total_out);
+    deflateEnd(&stream);
+    return out;
+}
+
+constexpr uint32_t kMax32 = 0xFFFFFFFF;
+
+} // namespace
+
+std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
+    const bool zip64 = form == ZipForm::kZip64Entries;
+    std::string archive;
+    std::string directory;
+    for (const RawEntry& entry : entries) {
+        const std::string stored = entry.method == 8 ? rawDeflate(entry.data) : entry.data;
+        const uint64_t size =
+            entry.statedSize >= 0 ? uint64_t(entry.statedSize) : entry.data.size();
+        const uint32_t crc = crc32(0, reinterpret_cast<const Bytef*>(entry.data.data()),
+                                   static_cast<uInt>(entry.data.size()));
+        const uint64_t offset = archive.size();
+        const uint16_t needed = form == ZipForm::kClassic ? 20 : 45;
+
+        std::string localExtra;
+        if (zip64) {
+            put16(localExtra, 1);
+            put16(localExtra, 16);
+            put64(localExtra, size);
+            put64(localExtra, stored.size());
+        }
+        put32(archive, 0x04034b50);
+        put16(archive, needed);
+        put16(archive, entry.flags);
+        put16(archive, entry.method);
+        put16(archive, 0);
+        put16(archive, 0x0021);
+        put32(archive, crc);
+        put32(archive, zip64 ? kMax32 : uint32_t(stored.size()));
+        put32(archive, zip64 ? kMax32 : uint32_t(size));
+        put16(archive, uint32_t(entry.name.size()));
+        put16(archive, uint32_t(localExtra.size()));
+        archive += entry.name + localExtra + stored;
+
+        std::string centralExtra;
+        if (zip64) {
+            put16(centralExtra, 1);
+            put16(centralExtra, 24);
+            put64(centralExtra, size);
+            put64(centralExtra, stored.size());
+            put64(centralExtra, offset);
+        }
+        put32(directory, 0x02014b50);
+        put16(directory, needed);
+        put16(directory, needed);
+        put16(directory, entry.flags);
+        put16(directory, entry.method);
+        put16(directory, 0);
+        put16(directory, 0x0021);
+        put32(directory, crc);
+        put32(directory, zip64 ? kMax32 : uint32_t(stored.size()));
+        put32(directory, zip64 ? kMax32 : uint32_t(size));
+        put16(directory, uint32_t(entry.name.size()));
+        put16(directory, uint32_t(centralExtra.size()));
+        put16(directory, 0);
+        put16(directory, 0);
+        put16(directory, 0);
+        put32(directory, 0);
+        put32(directory, zip64 ? kMax32 : uint32_t(offset));
+        directory += entry.name + centralExtra;
+    }
+    const uint64_t directoryOffset = archive.size();
+    archive += directory;
+    const bool records64 = form != ZipForm::kClassic;
+    if (records64) {
+        const uint64_t recordOffset = archive.size();
+        put32(archive, 0x06064b50);
+        put64(archive, 44);
+        put16(archive, 45);
+        put16(archive, 45);
+        put32(archive, 0);
+        put32(archive, 0);
+        put64(archive, entries.size());
+        put64(archive, entries.size());
+        put64(archive, directory.size());
+        put64(archive, directoryOffset);
+        put32(archive, 0x07064b50);
+        put32(archive, 0);
+        put64(archive, recordOffset);
+        put32(archive, 1);
+    }
+    put32(archive, 0x06054b50);
+    put16(archive, 0);
+    put16(archive, 0);
+    put16(archive, records64 ? 0xFFFF : uint32_t(entries.size()));
+    put16(archive, records64 ? 0xFFFF : uint32_t(entries.size()));
+    put32(archive, records64 ? kMax32 : uint32_t(directory.size()));
+    put32(archive, records64 ? kMax32 : uint32_t(directoryOffset));
+    put16(archive, 0);
+    return archive;
+}
+
+uint16_t get16(const std::string& bytes, size_t at) {
+    return uint16_t(uint8_t(bytes.at(at)) | uint8_t(bytes.at(at + 1)) << 8);
+}
+
+uint32_t get32(const std::string& bytes, size_t at) {
+    return uint32_t(get16(bytes, at)) | uint32_t(get16(bytes, at + 2)) << 16;
+}
+
+} // namespace PackageTest

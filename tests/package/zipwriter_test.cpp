@@ -1,0 +1,155 @@
+// CvZipWriter: the exact entry parameters, order, names, and the round trip through the reader.
+#include "package/cvzipreader.h"
+#include "package/cvzipwriter.h"
+#include "packagetestsupport.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <unistd.h>
+
+using namespace Halvorn;
+using namespace PackageTest;
+
+namespace {
+
+bool zip(const std::string& folder, const std::string& archive) {
+    CvZipWriter writer;
+    return writer.zipFolder(String(folder.c_str()), String(archive.c_str()));
+}
+
+bool unzip(const std::string& archive, const std::string& folder) {
+    CvZipReader reader;
+    return reader.unzipToFolder(String(archive.c_str()), String(folder.c_str()));
+}
+
+struct LocalHeader {
+    uint16_t needed, flags, method, time, date, extraLength;
+    std::string name;
+};
+
+// Walks the local headers from the start of the archive.
+std::vector<LocalHeader> localHeaders(const std::string& bytes) {
+    std::vector<LocalHeader> headers;
+    size_t at = 0;
+    while (at + 30 <= bytes.size() && get32(bytes, at) == 0x04034b50) {
+        LocalHeader h{get16(bytes, at + 4),
+                      get16(bytes, at + 6),
+                      get16(bytes, at + 8),
+                      get16(bytes, at + 10),
+                      get16(bytes, at + 12),
+                      get16(bytes, at + 28),
+                      {}};
+        const uint16_t nameLength = get16(bytes, at + 26);
+        h.name = bytes.substr(at + 30, nameLength);
+        at += 30 + nameLength + h.extraLength + get32(bytes, at + 18);
+        headers.push_back(h);
+    }
+    return headers;
+}
+
+std::string noise(size_t size) {
+    std::string data(size, '\0');
+    uint32_t x = 12345;
+    for (char& c : data) {
+        x = x * 1103515245 + 12345;
+        c = char(x >> 24);
+    }
+    return data;
+}
+
+} // namespace
+
+TEST(ZipWriter, WritesSortedEntriesWithTheFixedParametersAndReadsBack) {
+    ScratchFolder scratch;
+    const std::string tree = scratch / "tree";
+    const std::string umlaut = "audio/Gr\xC3\xBC\xC3\x9F"
+                               "e.wav";
+    writeFile(tree + "/project.xml", "<Project/>");
+    writeFile(tree + "/" + umlaut, noise(70000));
+    writeFile(tree + "/audio/a.wav", std::string(9000, 'a'));
+    writeFile(tree + "/plugins/x/state.quorpreset", "");
+    std::filesystem::create_directories(tree + "/empty/inner");
+    symlink((scratch / "outside.txt").c_str(), (tree + "/link.txt").c_str());
+    writeFile(scratch / "outside.txt", "outside");
+
+    ASSERT_TRUE(zip(tree, scratch / "a.corvelle"));
+    const std::string bytes = readFile(scratch / "a.corvelle");
+    const auto headers = localHeaders(bytes);
+    std::vector<std::string> names;
+    for (const LocalHeader& h : headers) {
+        names.push_back(h.name);
+        EXPECT_EQ(h.needed, 20) << h.name;
+        EXPECT_EQ(h.flags, 2048) << h.name;
+        EXPECT_EQ(h.method, 8) << h.name;
+        EXPECT_EQ(h.time, 0) << h.name;
+        EXPECT_EQ(h.date, 0x0020) << h.name;
+        EXPECT_EQ(h.extraLength, 0) << h.name;
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{umlaut, "audio/a.wav", "plugins/x/state.quorpreset",
+                                               "project.xml"}));
+
+    // Central directory: version made by 0, no external attributes, extras or comments. The
+    // internal attributes are 0 but for the text bit that zlib's data detection lets minizip set.
+    const size_t end = bytes.size() - 22;
+    ASSERT_EQ(get32(bytes, end), 0x06054b50u);
+    EXPECT_EQ(get16(bytes, end + 10), 4);
+    EXPECT_EQ(get16(bytes, end + 20), 0); // archive comment
+    size_t at = get32(bytes, end + 16);
+    for (size_t i = 0; i < 4; ++i) {
+        ASSERT_EQ(get32(bytes, at), 0x02014b50u);
+        EXPECT_EQ(get16(bytes, at + 4), 0);
+        EXPECT_EQ(get16(bytes, at + 6), 20);
+        EXPECT_EQ(get16(bytes, at + 8), 2048);
+        EXPECT_EQ(get16(bytes, at + 12), 0);
+        EXPECT_EQ(get16(bytes, at + 14), 0x0020);
+        EXPECT_EQ(get16(bytes, at + 30) + get16(bytes, at + 32), 0); // extra, comment
+        EXPECT_EQ(get16(bytes, at + 36) & ~1u, 0u);
+        EXPECT_EQ(get32(bytes, at + 38), 0u);
+        at += 46 + get16(bytes, at + 28);
+    }
+
+    // The same folder gives the same bytes.
+    ASSERT_TRUE(zip(tree, scratch / "b.corvelle"));
+    EXPECT_TRUE(readFile(scratch / "b.corvelle") == bytes);
+
+    std::filesystem::create_directory(scratch / "out");
+    ASSERT_TRUE(unzip(scratch / "a.corvelle", scratch / "out"));
+    EXPECT_EQ(listTree(scratch / "out"),
+              (std::vector<std::string>{"audio/", umlaut, "audio/a.wav", "plugins/", "plugins/x/",
+                                        "plugins/x/state.quorpreset", "project.xml"}));
+    EXPECT_TRUE(readFile(scratch / ("out/" + umlaut)) == noise(70000));
+    EXPECT_TRUE(readFile(scratch / "out/audio/a.wav") == std::string(9000, 'a'));
+    EXPECT_EQ(readFile(scratch / "out/project.xml"), "<Project/>");
+}
+
+TEST(ZipWriter, LeavesOutNamesTooLongAndAnswersForTheArchiveOnly) {
+    ScratchFolder scratch;
+    const std::string tree = scratch / "tree";
+    // 8 levels of 251 bytes with their "/" and a file name: 2046 bytes fit, 2047 don't.
+    std::string deep;
+    for (int i = 0; i < 8; ++i)
+        deep += std::string(250, char('a' + i)) + "/";
+    const std::string fits = deep + std::string(2046 - deep.size(), 'f');
+    const std::string tooLong = deep + std::string(2047 - deep.size(), 'g');
+    writeFile(tree + "/" + fits, "x");
+    writeFile(tree + "/" + tooLong, "y");
+    writeFile(tree + "/short.txt", "z");
+
+    ASSERT_TRUE(zip(tree, scratch / "long.zip"));
+    const auto headers = localHeaders(readFile(scratch / "long.zip"));
+    ASSERT_EQ(headers.size(), 2u);
+    EXPECT_EQ(headers[0].name, fits);
+    EXPECT_EQ(headers[1].name, "short.txt");
+
+    // A missing folder makes an archive without entries, which reads back as empty.
+    ASSERT_TRUE(zip(scratch / "missing", scratch / "empty.zip"));
+    EXPECT_EQ(readFile(scratch / "empty.zip").size(), 22u);
+    std::filesystem::create_directory(scratch / "out");
+    EXPECT_TRUE(unzip(scratch / "empty.zip", scratch / "out"));
+    EXPECT_TRUE(listTree(scratch / "out").empty());
+
+    // An archive that can't be created is the one failure.
+    EXPECT_FALSE(zip(tree, scratch / "no/such/folder/x.zip"));
+    EXPECT_FALSE(exists(scratch / "no"));
+}

@@ -1,0 +1,64 @@
+// Runs the document writer on a model into a tree of the test's own and gives back the text.
+#include "documentwriting.h"
+
+#include "documents/cvxmlwriter.h"
+#include "foundation/ffilesystem.h"
+#include "writertestsupport.h"
+
+#include <sstream>
+
+namespace WriterTest {
+
+using namespace Halvorn;
+
+namespace {
+
+template <class Write>
+std::string writeDocument(const std::string& tree, const char* name, Write write, bool* written) {
+    const std::string path = tree + "/" + name;
+    FStream* stream =
+        gFNFileSystem->createStream(FUrl(String(path.c_str()), false), FStream::kWrite);
+    if (!stream)
+        return {};
+    CvXmlWriter writer(String(tree.c_str()));
+    const bool ok = write(writer, stream);
+    gFNFileSystem->closeStream(stream);
+    if (written)
+        *written = ok;
+    return readFile(path);
+}
+
+} // namespace
+
+std::string writeProjectDocument(IMediaProject* project, const std::string& tree, bool* written) {
+    return writeDocument(
+        tree, "project.xml",
+        [project](CvXmlWriter& writer, FStream* stream) {
+            return writer.writeProject(project, stream);
+        },
+        written);
+}
+
+std::string writeMetaDataDocument(const std::string& tree) {
+    return writeDocument(
+        tree, "metadata.xml",
+        [](CvXmlWriter& writer, FStream* stream) { return writer.writeMetaData(stream); }, nullptr);
+}
+
+std::string firstDifference(const std::string& expected, const std::string& actual) {
+    std::istringstream left(expected);
+    std::istringstream right(actual);
+    std::string a;
+    std::string b;
+    for (int line = 1;; ++line) {
+        const bool moreLeft = static_cast<bool>(std::getline(left, a));
+        const bool moreRight = static_cast<bool>(std::getline(right, b));
+        if (!moreLeft && !moreRight)
+            return expected == actual ? "" : "the texts differ in their last line feed";
+        if (a != b || moreLeft != moreRight)
+            return "line " + std::to_string(line) + "\n expected: " + (moreLeft ? a : "<end>") +
+                   "\n   actual: " + (moreRight ? b : "<end>");
+    }
+}
+
+} // namespace WriterTest

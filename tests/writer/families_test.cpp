@@ -1,0 +1,338 @@
+// Each element family of project.xml on its own: what is written, what is left out, and that
+// odd model content still gives a document that parses.
+#include "documentwriting.h"
+#include "model/cvautomation.h"
+#include "model/cvdevice.h"
+#include "model/cvevent.h"
+#include "model/cvproject.h"
+#include "model/cvtrack.h"
+#include "writertestsupport.h"
+
+#include "documents/cvxmlwriter.h"
+#include "foundation/ffilesystem.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
+
+using namespace Halvorn;
+using namespace WriterTest;
+
+namespace {
+
+template <class T> IPtr<T> make(T* object) { return IPtr<T>::adopt(object); }
+
+bool contains(const std::string& document, const std::string& text) {
+    return document.find(text) != std::string::npos;
+}
+
+size_t count(const std::string& document, const std::string& text) {
+    size_t n = 0;
+    for (size_t at = document.find(text); at != std::string::npos; at = document.find(text, at + 1))
+        ++n;
+    return n;
+}
+
+struct Written {
+    ScratchFolder scratch;
+    std::string document;
+    explicit Written(IMediaProject* project) {
+        bool ok = false;
+        document = writeProjectDocument(project, scratch / "tree", &ok);
+        EXPECT_TRUE(ok);
+        std::string message;
+        EXPECT_TRUE(isWellFormed(document, &message)) << message;
+    }
+};
+
+TEST(ProjectFamily, AnEmptyProjectHasTheFrameAndAnEmptyOuterLane) {
+    auto project = make(new CvProject("App", "version 3"));
+    Written out(project.get());
+    EXPECT_EQ(out.document, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                            "<Project version=\"1.0\">\n"
+                            "\t<Application name=\"App\" version=\"version 3\" />\n"
+                            "\t<Transport>\n"
+                            "\t\t<Tempo unit=\"bpm\" value=\"120\" />\n"
+                            "\t\t<TimeSignature numerator=\"4\" denominator=\"4\" />\n"
+                            "\t</Transport>\n"
+                            "\t<Structure />\n"
+                            "\t<Arrangement>\n"
+                            "\t\t<Lanes timeUnit=\"seconds\" />\n"
+                            "\t</Arrangement>\n"
+                            "</Project>\n")
+        << "a lower-case \"version \" stays";
+
+    ScratchFolder scratch;
+    CvXmlWriter writer(String(scratch.path().c_str()));
+    EXPECT_FALSE(writer.writeProject(nullptr, nullptr));
+    EXPECT_FALSE(writer.writeProject(project.get(), nullptr));
+    EXPECT_FALSE(writer.writeMetaData(nullptr));
+}
+
+TEST(ProjectFamily, AStreamThatFailsHalfwayMakesTheWriteFalse) {
+    // A small document fails when it is passed on at the end, a large one at a block on the
+    // way; both must say so.
+    auto small = make(new CvProject("App", "1"));
+    auto large = make(new CvProject("App", "1"));
+    for (int i = 0; i < 2000; ++i)
+        large->addTrack(make(new CvTrack(kContentAudio, String(std::to_string(i).c_str()))).get());
+    for (CvProject* project : {small.get(), large.get()}) {
+        ScratchFolder scratch;
+        const std::string path = scratch / "project.xml";
+        FStream* stream =
+            gFNFileSystem->createStream(FUrl(String(path.c_str()), false), FStream::kWrite);
+        ASSERT_TRUE(stream);
+        // The file may grow to 100 bytes, less than any document.
+        rlimit previous{};
+        ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &previous), 0);
+        auto previousSignal = signal(SIGXFSZ, SIG_IGN);
+        rlimit limited = previous;
+        limited.rlim_cur = 100;
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
+        CvXmlWriter writer(String(scratch.path().c_str()));
+        const bool written = writer.writeProject(project, stream);
+        setrlimit(RLIMIT_FSIZE, &previous);
+        signal(SIGXFSZ, previousSignal);
+        gFNFileSystem->closeStream(stream);
+        EXPECT_FALSE(written);
+        EXPECT_LE(readFile(path).size(), 100u);
+        EXPECT_EQ(readFile(path).rfind("<?xml", 0), 0u);
+    }
+}
+
+TEST(TrackFamily, FoldersNestInStructureAndFlattenInLanes) {
+    auto project = make(new CvProject("App", "1"));
+    auto folder = make(new CvTrack(kContentTracks, "f"));
+    auto first = make(new CvTrack(kContentAudio, "a"));
+    auto second = make(new CvTrack(kContentNotes, "b"));
+    folder->addTrack(first.get());
+    folder->addTrack(second.get());
+    project->addTrack(folder.get());
+    // A tempo track inside a folder is no top-level tempo track; a second top-level one is
+    // ignored but keeps its lane.
+    auto nestedTempo = make(new CvTrack(kContentTempo, "t0"));
+    second->addTrack(nestedTempo.get());
+    auto tempo = make(new CvTrack(kContentTempo, "t1"));
+    auto tempoTwin = make(new CvTrack(kContentTempo, "t2"));
+    for (CvTrack* track : {tempo.get(), tempoTwin.get()}) {
+        auto clip = make(new CvClip(kEventTempo, {}));
+        auto event = make(new CvTempoEvent());
+        event->setTempo(track == tempo.get() ? 100.0 : 200.0);
+        clip->addEvent(event.get());
+        track->addClip(clip.get());
+        project->addTrack(track);
+    }
+    Written out(project.get());
+    const std::string& d = out.document;
+    EXPECT_TRUE(contains(d, "\t\t<Track contentType=\"tracks\" loaded=\"true\" id=\"f\">\n"
+                            "\t\t\t<Track contentType=\"audio\" loaded=\"true\" id=\"a\" />\n"
+                            "\t\t\t<Track contentType=\"notes\" loaded=\"true\" id=\"b\" />\n"
+                            "\t\t</Track>\n"))
+        << d;
+    EXPECT_TRUE(contains(d, "\t\t\t<Lanes track=\"f\" />\n\t\t\t<Lanes track=\"a\" />\n"
+                            "\t\t\t<Lanes track=\"b\" />\n\t\t\t<Lanes track=\"t0\" />\n"
+                            "\t\t\t<Lanes track=\"t1\">"))
+        << d;
+    EXPECT_TRUE(contains(d, "<Lanes track=\"t2\">"));
+    EXPECT_EQ(count(d, "<TempoAutomation"), 1u);
+    EXPECT_TRUE(contains(d, "<RealPoint time=\"0\" value=\"100\" interpolation=\"hold\" />"));
+    EXPECT_FALSE(contains(d, "value=\"200\""));
+    EXPECT_FALSE(contains(d, "contentType=\"unknown\"")) << "tempo tracks stand in no Track";
+}
+
+// A track that is its own sub-track, and a project of just that track and no transport: a
+// model of another implementation that the writer must survive.
+struct SelfTrack : IMediaTrack, IMediaObject {
+    tresult queryInterface(const FUID& iid, void** object) override {
+        if (iid == IMediaObject::iid) {
+            *object = static_cast<IMediaObject*>(this);
+            return kResultOk;
+        }
+        if (iid == IMediaTrack::iid) {
+            *object = static_cast<IMediaTrack*>(this);
+            return kResultOk;
+        }
+        *object = nullptr;
+        return kNoInterface;
+    }
+    uint32 addRef() override { return 1; }
+    uint32 release() override { return 1; }
+    uint32 getContentType() override { return kContentTracks; }
+    uint32 getTrackCount() override { return 1; }
+    IMediaTrack* getTrack(uint32) override { return this; }
+    uint32 getClipCount() override { return 0; }
+    IMediaClip* getClip(uint32) override { return nullptr; }
+    IMediaChannel* getChannel() override { return nullptr; }
+    FUnknown* getReserved() override { return nullptr; }
+    bool isLoaded() override { return true; }
+    uint32 getAutomationCount() override { return 0; }
+    IMediaAutomation* getAutomation(uint32) override { return nullptr; }
+    const char16* getId() override { return u"loop"; }
+    const char16* getName() override { return u""; }
+    IMediaColor* getColor() override { return nullptr; }
+};
+
+struct SelfProject : IMediaProject {
+    SelfTrack track;
+    tresult queryInterface(const FUID&, void** object) override {
+        *object = nullptr;
+        return kNoInterface;
+    }
+    uint32 addRef() override { return 1; }
+    uint32 release() override { return 1; }
+    const char16* getApplicationName() override { return u"Other"; }
+    const char16* getApplicationVersion() override { return u""; }
+    uint32 getTrackCount() override { return 2; }
+    IMediaTrack* getTrack(uint32 index) override { return index == 0 ? &track : nullptr; }
+    IMediaParameter* getTempo() override { return nullptr; }
+    IMediaSignature* getTimeSignature() override { return nullptr; }
+    uint32 getChannelCount() override { return 1; }
+    IMediaChannel* getChannel(uint32) override { return nullptr; }
+    IMediaChannel* findChannel(const char16*) override { return nullptr; }
+};
+
+TEST(TrackFamily, AnotherModelWithACycleAndNullsEndsAtTheDepthLimit) {
+    SelfProject project;
+    Written out(&project);
+    const std::string& d = out.document;
+    EXPECT_EQ(count(d, "<Track contentType=\"tracks\" loaded=\"true\" id=\"loop\""),
+              CvXmlWriter::kMaxTrackDepth);
+    EXPECT_EQ(count(d, "<Lanes track=\"loop\" />"), CvXmlWriter::kMaxTrackDepth);
+    EXPECT_TRUE(contains(d, "<Application name=\"Other\" />\n\t<Structure>")) << "no transport";
+}
+
+TEST(ChannelFamily, ParametersDevicesAndSendsTakeTheirForms) {
+    auto project = make(new CvProject("App", "1"));
+    auto bus = make(new CvChannel(1, kChannelRoleSubmix, "bus"));
+    auto vca = make(new CvChannel(1, kChannelRoleVca, "vca"));
+    auto regular = make(new CvChannel(1, kChannelRoleRegular, "reg"));
+    auto other = make(new CvChannel(2, kChannelRoleMaster, "kind2"));
+    // Only a kind-1 master, effect or submix stands directly in Structure.
+    for (CvChannel* channel : {bus.get(), vca.get(), regular.get(), other.get()})
+        project->addChannel(channel);
+    auto solo = make(new CvParameter(kUnitNormalized, ""));
+    solo->setName(kParamSolo);
+    solo->setValue(0.0);
+    bus->addParameter(solo.get());
+    auto au = make(new CvDevice(kDeviceAu, kRoleAudioFX, "au")); // left out without trace
+    bus->addDevice(au.get());
+    auto plugin = make(new CvDevice(kDeviceQuor3, kRoleUnknown, "p"));
+    for (uint32 number : {4205u, 4200u}) {
+        auto parameter = make(new CvParameter(kUnitUnknown, ""));
+        parameter->setParameterId(number);
+        plugin->addParameter(parameter.get());
+    }
+    auto bare = make(new CvDevice(kDeviceLimiter, kRoleAudioFX, ""));
+    auto gain = make(new CvParameter(kUnitDecibel, "g"));
+    gain->setName(kParamEqualizerInputGain); // no row of the table matches on a limiter
+    bare->addParameter(gain.get());
+    auto send = make(new CvSend(7, ""));
+    bus->addSend(send.get());
+    Written out(project.get());
+    const std::string& d = out.document;
+    EXPECT_TRUE(
+        contains(d, "<Channel role=\"submix\" audioChannels=\"1\" id=\"bus\" solo=\"false\">"));
+    EXPECT_FALSE(contains(d, "id=\"vca\""));
+    EXPECT_FALSE(contains(d, "id=\"reg\""));
+    EXPECT_FALSE(contains(d, "id=\"kind2\""));
+    EXPECT_FALSE(contains(d, "AuPlugin"));
+    EXPECT_TRUE(contains(d, "<Send type=\"pre\" />")) << "every type but post is pre";
+
+    // A device of a left-out kind alone leaves an empty Devices; an empty name, role or unit
+    // leaves its attribute out rather than cutting the document.
+    auto lone = make(new CvChannel(1, kChannelRoleEffect, "fx"));
+    lone->addDevice(au.get());
+    lone->addDevice(plugin.get());
+    lone->addDevice(bare.get());
+    auto onlyAu = make(new CvChannel(1, kChannelRoleEffect, "fx2"));
+    onlyAu->addDevice(au.get());
+    project->addChannel(lone.get());
+    project->addChannel(onlyAu.get());
+    Written more(project.get());
+    const std::string& m = more.document;
+    EXPECT_TRUE(contains(m, "<Channel role=\"effect\" audioChannels=\"1\" id=\"fx2\">\n"
+                            "\t\t\t<Devices />\n"));
+    EXPECT_TRUE(contains(m, "<Quor3Plugin id=\"p\">\n"));
+    EXPECT_TRUE(contains(m, "<RealParameter min=\"0\" max=\"1\" value=\"0\" parameterID=\"4\" />"));
+    EXPECT_TRUE(
+        contains(m, "<RealParameter min=\"0\" max=\"1\" value=\"0\" parameterID=\"-1\" />"));
+    EXPECT_TRUE(
+        contains(m, "<Limiter deviceRole=\"audioFX\">\n\t\t\t\t\t<Enabled value=\"true\" />"))
+        << m;
+}
+
+TEST(ArrangementFamily, ClipsPointsAndTimesTakeTheirForms) {
+    auto project = make(new CvProject("App", "1"));
+    auto audio = make(new CvTrack(kContentAudio, "a"));
+    project->addTrack(audio.get());
+    auto clip = make(new CvClip(kEventAudio, {}));
+    clip->setStart(1.0 / 3.0);
+    clip->setDuration(1234567.891);
+    clip->setFadeOutTime(-1.0); // not above 0: no attribute
+    audio->addClip(clip.get());
+    auto lane = make(new CvAutomation(kUnitUnknown, ""));
+    lane->setTarget("x");
+    for (double value : {0.7, 0.0, -1.0}) {
+        auto point = make(new CvAutomationPoint());
+        point->setValue(value);
+        lane->addPoint(point.get());
+    }
+    audio->addAutomation(lane.get());
+    auto markers = make(new CvTrack(kContentMarkers, "m"));
+    auto markerClip = make(new CvClip(kEventMarker, {}));
+    auto marker = make(new CvMarkerEvent());
+    marker->setStart(2147483648.0);
+    markerClip->addEvent(marker.get());
+    auto notMarker = make(new CvTempoEvent()); // on a marker track, but no marker
+    markerClip->addEvent(notMarker.get());
+    markers->addClip(markerClip.get());
+    project->addTrack(markers.get());
+
+    Written out(project.get());
+    const std::string& d = out.document;
+    // Real(16): the decimals fall as the number grows away from 1, 16 minus its whole digits.
+    EXPECT_TRUE(contains(d, "<Clip time=\"0.333333333333333\" duration=\"1234567.8910000001\" "
+                            "fadeTimeUnit=\"seconds\" enable=\"true\" />"))
+        << d;
+    EXPECT_TRUE(contains(d, "<Points>\n\t\t\t\t\t<Target parameter=\"x\" />\n"
+                            "\t\t\t\t\t<BoolPoint time=\"0\" value=\"true\" />\n"
+                            "\t\t\t\t\t<BoolPoint time=\"0\" value=\"false\" />\n"
+                            "\t\t\t\t\t<BoolPoint time=\"0\" value=\"false\" />\n"))
+        << "hold points are Boolean, whatever the lane";
+    EXPECT_TRUE(contains(d, "<Markers timeUnit=\"seconds\">\n\t\t\t<Marker time=\"2147483648\" />\n"
+                            "\t\t</Markers>"))
+        << d;
+}
+
+TEST(OddInput, TextThatXmlRefusesStillGivesADocumentThatParses) {
+    const char16 name[] = {u'a', 0xD800, u'"', u'<', 0x01, u'\n', u'&', 0xFFFF, u'\'', 0xDC00, 0};
+    auto project = make(new CvProject(name, name));
+    auto track = make(new CvTrack(kContentAudio, name));
+    track->setName(name);
+    project->addTrack(track.get());
+    auto channel = make(new CvChannel(1, kChannelRoleMaster, name));
+    channel->setName(name);
+    channel->setDestination(name);
+    auto device = make(new CvDevice(kDeviceQuor3, kRoleInstrument, name));
+    device->setName(name);
+    device->setDeviceId("\xFF\xFE bad \x80 utf-8 \x02");
+    device->setStateFile(String(name), false);
+    channel->addDevice(device.get());
+    project->addChannel(channel.get());
+    auto lane = make(new CvAutomation(kUnitLinear, name));
+    lane->setTarget(name);
+    track->addAutomation(lane.get());
+
+    Written out(project.get());
+    const std::string& d = out.document;
+    const std::string safe =
+        "a\xEF\xBF\xBD&quot;&lt;\xEF\xBF\xBD&#10;&amp;\xEF\xBF\xBD&apos;\xEF\xBF\xBD";
+    EXPECT_TRUE(contains(d, "<Application name=\"" + safe + "\" version=\"" + safe + "\" />")) << d;
+    EXPECT_TRUE(
+        contains(d, "deviceID=\"\xEF\xBF\xBD\xEF\xBF\xBD bad \xEF\xBF\xBD utf-8 \xEF\xBF\xBD\""));
+    EXPECT_TRUE(contains(d, "<Target parameter=\"" + safe + "\" />"));
+    EXPECT_EQ(count(d, safe), 13u) << "every text of the model that was given";
+}
+
+} // namespace

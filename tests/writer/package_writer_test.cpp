@@ -1,0 +1,199 @@
+// The package container: entry parameters and order, determinism, and what a failed write
+// leaves behind (nothing of its own, and everything that was there before).
+#include "documentwriting.h"
+#include "goldenmodel.h"
+#include "package/cvpackage.h"
+#include "package/cvzipreader.h"
+#include "package/package_writer.h"
+#include "writertestsupport.h"
+
+#include "model/cvevent.h"
+#include "model/cvtrack.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <random>
+#include <sys/resource.h>
+#include <thread>
+
+using namespace Halvorn;
+using namespace WriterTest;
+
+namespace {
+
+const std::string kGolden = std::string(CORVELLE_TEST_DATA) + "/golden/";
+
+IPtr<IMediaProjectPackage> packageOf(IMediaProject* project) {
+    return IPtr<IMediaProjectPackage>::adopt(new CvPackage(project));
+}
+
+bool write(IMediaProjectPackage* package, const std::string& path) {
+    return writeProjectPackage(package, utf16(path).c_str());
+}
+
+TEST(PackageContainer, EntriesComeSortedWithTheFixedParameters) {
+    ScratchFolder scratch;
+    GoldenMedia media(scratch / "sources");
+    auto project = buildGoldenProject(media);
+    auto package = packageOf(project.get());
+    const std::string target = scratch / "out/song.corvelle";
+    writeFile(scratch / "out/.keep", "");
+    ASSERT_TRUE(write(package.get(), target));
+
+    const std::string archive = readFile(target);
+    const auto entries = readCentralDirectory(archive);
+    std::vector<std::string> names;
+    for (const ZipEntry& entry : entries) {
+        names.push_back(entry.name);
+        EXPECT_EQ(entry.flags, 2048) << entry.name;
+        EXPECT_EQ(entry.method, 8) << entry.name;
+        EXPECT_EQ(entry.time, 0) << entry.name;
+        EXPECT_EQ(entry.date, 0x20) << entry.name;
+        EXPECT_EQ(entry.versionMadeBy, 0) << entry.name;
+        EXPECT_EQ(entry.versionNeeded, 20) << entry.name;
+        EXPECT_EQ(entry.extraLength, 0) << entry.name;
+        EXPECT_EQ(entry.commentLength, 0) << entry.name;
+        EXPECT_EQ(entry.externalAttributes, 0u) << entry.name;
+    }
+    EXPECT_EQ(names, (std::vector<std::string>{"audio/guitar.wav", "metadata.xml",
+                                               "plugins/reverb.quorpreset", "project.xml",
+                                               "video/movie.mp4"}));
+
+    const std::string unpacked = scratch / "unpacked";
+    writeFile(unpacked + "/.keep", "");
+    ASSERT_TRUE(CvZipReader().unzipToFolder(String(target.c_str()), String(unpacked.c_str())));
+    EXPECT_TRUE(readFile(unpacked + "/project.xml") == readFile(kGolden + "project.xml"));
+    EXPECT_EQ(readFile(unpacked + "/metadata.xml"), readFile(kGolden + "metadata.xml"));
+    EXPECT_EQ(readFile(unpacked + "/audio/guitar.wav"), readFile(media.guitar));
+    // Only the package is left beside it: the tree and the temporary archive are gone.
+    EXPECT_EQ(listTree(scratch / "out"), (std::vector<std::string>{".keep", "song.corvelle"}));
+}
+
+TEST(PackageContainer, TheSameModelGivesTheSameBytesWhereverItIsWritten) {
+    ScratchFolder scratch;
+    GoldenMedia media(scratch / "sources");
+    auto package = packageOf(buildGoldenProject(media).get());
+    ASSERT_TRUE(write(package.get(), scratch / "one.corvelle"));
+    ASSERT_TRUE(write(package.get(), scratch / "two.corvelle"));
+    writeFile(scratch / "elsewhere/.keep", "");
+    ASSERT_TRUE(write(package.get(), scratch / "elsewhere/three.corvelle"));
+    const std::string one = readFile(scratch / "one.corvelle");
+    ASSERT_FALSE(one.empty());
+    EXPECT_TRUE(one == readFile(scratch / "two.corvelle"));
+    EXPECT_TRUE(one == readFile(scratch / "elsewhere/three.corvelle"));
+}
+
+TEST(PackageContainer, BadArgumentsAndTargetsGiveFalseAndMakeNothing) {
+    ScratchFolder scratch;
+    GoldenMedia media(scratch / "sources");
+    auto package = packageOf(buildGoldenProject(media).get());
+    const auto before = listTree(scratch.path());
+    EXPECT_FALSE(write(nullptr, scratch / "a.corvelle"));
+    EXPECT_FALSE(writeProjectPackage(package.get(), nullptr));
+    EXPECT_FALSE(write(package.get(), scratch / "missing/a.corvelle"));
+    EXPECT_FALSE(write(package.get(), scratch / "sources/"));
+    EXPECT_EQ(listTree(scratch.path()), before);
+    // A folder where nothing may be made, not even by the superuser.
+    EXPECT_FALSE(write(package.get(), "/proc/corvelle-test.corvelle"));
+
+    // A package without a project writes no document, and so no archive.
+    auto empty = packageOf(nullptr);
+    EXPECT_FALSE(write(empty.get(), scratch / "a.corvelle"));
+    EXPECT_EQ(listTree(scratch.path()), before);
+}
+
+TEST(PackageContainer, AFailedWriteLeavesTheTargetAndForeignFoldersAlone) {
+    ScratchFolder scratch;
+    GoldenMedia media(scratch / "sources");
+    auto package = packageOf(buildGoldenProject(media).get());
+    const std::string target = scratch / "out/song.corvelle";
+    writeFile(target, "the user's earlier package");
+    // A folder of the tree's name that the write didn't make is the user's.
+    writeFile(scratch / "out/corvtmp/keep.txt", "the user's own file");
+    writeFile(scratch / "out/corvtmp-01/keep.txt", "another");
+
+    auto empty = packageOf(nullptr);
+    EXPECT_FALSE(write(empty.get(), target));
+    EXPECT_EQ(readFile(target), "the user's earlier package");
+    // A folder at the target can't be replaced by the archive.
+    writeFile(scratch / "out/folder.corvelle/inside", "x");
+    EXPECT_FALSE(write(package.get(), scratch / "out/folder.corvelle"));
+    EXPECT_EQ(readFile(scratch / "out/folder.corvelle/inside"), "x");
+
+    ASSERT_TRUE(write(package.get(), target));
+    EXPECT_NE(readFile(target), "the user's earlier package");
+    for (const ZipEntry& entry : readCentralDirectory(readFile(target)))
+        EXPECT_EQ(entry.name.find("keep"), std::string::npos) << entry.name;
+    EXPECT_EQ(listTree(scratch / "out"),
+              (std::vector<std::string>{"corvtmp-01/", "corvtmp-01/keep.txt", "corvtmp/",
+                                        "corvtmp/keep.txt", "folder.corvelle/",
+                                        "folder.corvelle/inside", "song.corvelle"}));
+    EXPECT_EQ(readFile(scratch / "out/corvtmp/keep.txt"), "the user's own file");
+}
+
+TEST(PackageContainer, TwoWritesIntoOneFolderAtOnceEachGetATreeOfTheirOwn) {
+    ScratchFolder scratch;
+    GoldenMedia media(scratch / "sources");
+    // One model each: reading a model converts its texts in place, so threads don't share one.
+    auto first = packageOf(buildGoldenProject(media).get());
+    auto second = packageOf(buildGoldenProject(media).get());
+    writeFile(scratch / "out/.keep", "");
+    bool results[2] = {false, false};
+    std::thread one([&] { results[0] = write(first.get(), scratch / "out/one.corvelle"); });
+    std::thread two([&] { results[1] = write(second.get(), scratch / "out/two.corvelle"); });
+    one.join();
+    two.join();
+    EXPECT_TRUE(results[0]);
+    EXPECT_TRUE(results[1]);
+    EXPECT_TRUE(readFile(scratch / "out/one.corvelle") == readFile(scratch / "out/two.corvelle"));
+    EXPECT_EQ(listTree(scratch / "out"),
+              (std::vector<std::string>{".keep", "one.corvelle", "two.corvelle"}));
+}
+
+// Two media files of incompressible bytes: each fits below the file size limit of the test,
+// the archive of both doesn't.
+IPtr<CvProject> projectWithTwoTakes(const ScratchFolder& scratch) {
+    std::mt19937 random(7);
+    auto project = IPtr<CvProject>::adopt(new CvProject("App", "1"));
+    auto track = IPtr<CvTrack>::adopt(new CvTrack(kContentAudio, "t"));
+    auto clip = IPtr<CvClip>::adopt(new CvClip(kEventAudio, {}));
+    for (const char* name : {"one.wav", "two.wav"}) {
+        std::string bytes(30000, '\0');
+        for (char& byte : bytes)
+            byte = static_cast<char>(random());
+        writeFile(scratch / name, bytes);
+        auto event = IPtr<CvAudioEvent>::adopt(new CvAudioEvent({}));
+        event->setFile(utf16(scratch / name).c_str(), false);
+        clip->addEvent(event.get());
+    }
+    track->addClip(clip.get());
+    project->addTrack(track.get());
+    return project;
+}
+
+TEST(PackageContainer, AnArchiveThatCantBeWrittenWholeNeverReplacesTheTarget) {
+    ScratchFolder scratch;
+    auto package = packageOf(projectWithTwoTakes(scratch).get());
+    const std::string target = scratch / "out/song.corvelle";
+    writeFile(target, "the user's earlier package");
+
+    rlimit previous{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &previous), 0);
+    auto previousSignal = signal(SIGXFSZ, SIG_IGN);
+    rlimit small = previous;
+    small.rlim_cur = 40000;
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const bool written = write(package.get(), target);
+    setrlimit(RLIMIT_FSIZE, &previous);
+    signal(SIGXFSZ, previousSignal);
+
+    EXPECT_FALSE(written);
+    EXPECT_TRUE(readFile(target) == "the user's earlier package");
+    EXPECT_EQ(listTree(scratch / "out"), (std::vector<std::string>{"song.corvelle"}));
+    // Without the limit the same package goes through.
+    ASSERT_TRUE(write(package.get(), target));
+    EXPECT_EQ(readCentralDirectory(readFile(target)).size(), 4u);
+}
+
+} // namespace

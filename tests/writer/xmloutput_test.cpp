@@ -1,0 +1,255 @@
+// The XML output layer: layout, escaping, the states and their failures, and safe text.
+#include "documents/xml/utf8xmlwriter.h"
+#include "documents/xml/xmltext.h"
+#include "teststream.h"
+#include "writertestsupport.h"
+
+#include <gtest/gtest.h>
+
+using namespace Halvorn;
+using WriterTest::TestStream;
+
+namespace {
+
+constexpr const char* kDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+
+TEST(XmlOutputLayout, IndentsWithTabsAndWritesEmptyElementsAndTheFinalLineFeed) {
+    TestStream stream;
+    {
+        UTF8XmlWriter writer;
+        ASSERT_EQ(writer.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
+        EXPECT_EQ(stream.references(), 1u);
+        writer.startElement("MetaData");
+        writer.startElement("Title");
+        writer.endElement();
+        writer.startElement("Group");
+        writer.addAttribute("name", "a");
+        writer.startElement("Item");
+        writer.addAttribute("id", "1");
+        writer.endElement();
+        writer.endElement();
+        writer.endElement();
+        EXPECT_EQ(writer.close(), kResultOk);
+        EXPECT_EQ(stream.references(), 0u);
+    }
+    EXPECT_EQ(stream.bytes(), std::string(kDeclaration) + "<MetaData>\n"
+                                                          "\t<Title />\n"
+                                                          "\t<Group name=\"a\">\n"
+                                                          "\t\t<Item id=\"1\" />\n"
+                                                          "\t</Group>\n"
+                                                          "</MetaData>\n");
+    EXPECT_TRUE(WriterTest::isWellFormed(stream.bytes()));
+}
+
+TEST(XmlOutputLayout, OptionBitsChangeDeclarationLineEndsAndChecks) {
+    TestStream flat;
+    {
+        UTF8XmlWriter writer;
+        ASSERT_EQ(writer.open(&flat, Xml::Writer::kNoDeclaration, "Doc"), kResultOk);
+        writer.startElement("Doc");
+        writer.startElement("A");
+        writer.endElement();
+        writer.writeText("x<y", true);
+        writer.writeText("<b/>", false);
+        writer.endElement();
+        EXPECT_EQ(writer.close(), kResultOk);
+    }
+    EXPECT_EQ(flat.bytes(), "<!DOCTYPE Doc>\n<Doc><A />x&lt;y<b/></Doc>");
+
+    TestStream checked;
+    UTF8XmlWriter names;
+    ASSERT_EQ(names.open(&checked, Xml::Writer::kCheckNames, nullptr), kResultOk);
+    EXPECT_EQ(names.startElement("1st"), kResultFalse);
+    EXPECT_EQ(names.startElement("Fine"), kResultFalse) << "a refused name spoils the rest";
+    EXPECT_EQ(names.close(), kResultFalse);
+
+    for (const char* bad : {"a b", "a/b", "a=b", "a?b", "-a", ".a", "a&b"}) {
+        TestStream stream;
+        UTF8XmlWriter writer;
+        ASSERT_EQ(writer.open(&stream, Xml::Writer::kCheckNames, nullptr), kResultOk);
+        EXPECT_EQ(writer.startElement(bad), kResultFalse) << bad;
+    }
+
+    TestStream comments;
+    UTF8XmlWriter writer;
+    ASSERT_EQ(writer.open(&comments, Xml::Writer::kCheckComments, nullptr), kResultOk);
+    EXPECT_EQ(writer.writeComment("a--b"), kResultFalse);
+    EXPECT_EQ(writer.writeComment("end-"), kResultFalse);
+    EXPECT_EQ(writer.writeComment("fine"), kResultOk) << "a refused comment writes nothing";
+    writer.startElement("R");
+    EXPECT_EQ(writer.writeComment("after a start tag"), kResultFalse);
+    EXPECT_EQ(writer.close(), kResultFalse);
+    EXPECT_EQ(comments.bytes(), std::string(kDeclaration) + "<!--fine-->\n<R");
+}
+
+TEST(XmlOutputEscaping, EscapesTheTableAndPassesEverythingElse) {
+    TestStream stream;
+    {
+        UTF8XmlWriter writer;
+        ASSERT_EQ(writer.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
+        writer.startElement("E");
+        writer.addAttribute("v", "a&b<c>d\"e'f\ng\th\ri \xC3\xA9\xF0\x9F\x8E\xB5");
+        writer.endElement();
+        EXPECT_EQ(writer.close(), kResultOk);
+    }
+    EXPECT_EQ(stream.bytes(), std::string(kDeclaration) +
+                                  "<E v=\"a&amp;b&lt;c&gt;d&quot;e&apos;f&#10;g\th\ri "
+                                  "\xC3\xA9\xF0\x9F\x8E\xB5\" />\n");
+    EXPECT_TRUE(WriterTest::isWellFormed(stream.bytes()));
+}
+
+TEST(XmlOutputEscaping, IndentedTextGoesInPiecesThatNeverSplitACharacter) {
+    // 79 ASCII bytes and then a two-byte character that would straddle the 80-byte cut.
+    const std::string text = std::string(79, 'a') + "\xC3\xA9" + std::string(10, 'b');
+    TestStream stream;
+    {
+        UTF8XmlWriter writer;
+        ASSERT_EQ(writer.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
+        writer.startElement("T");
+        EXPECT_EQ(writer.writeText(text.c_str(), true), kResultOk);
+        writer.endElement();
+        EXPECT_EQ(writer.close(), kResultOk);
+    }
+    EXPECT_EQ(stream.bytes(), std::string(kDeclaration) + "<T>\n\t" + std::string(79, 'a') +
+                                  "\n\t\xC3\xA9" + std::string(10, 'b') + "\n</T>\n");
+    EXPECT_TRUE(WriterTest::isWellFormed(stream.bytes()));
+}
+
+TEST(XmlOutputStates, AnIllegalCallFailsAndSwallowsTheRest) {
+    TestStream stream;
+    UTF8XmlWriter writer;
+    ASSERT_EQ(writer.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
+    writer.startElement("Root");
+    writer.startElement("Child");
+    writer.endElement();
+    EXPECT_EQ(writer.addAttribute("late", "x"), kResultFalse) << "the state is idle";
+    EXPECT_EQ(writer.getState(), Xml::Writer::kFailed);
+    const std::string written = stream.bytes();
+    EXPECT_EQ(writer.startElement("More"), kResultFalse);
+    EXPECT_EQ(writer.endElement(), kResultFalse);
+    EXPECT_EQ(writer.close(), kResultFalse);
+    EXPECT_EQ(stream.bytes(), written) << "nothing is written after the failure";
+    EXPECT_EQ(written, std::string(kDeclaration) + "<Root>\n\t<Child />");
+
+    TestStream empty;
+    UTF8XmlWriter emptyValue;
+    ASSERT_EQ(emptyValue.open(&empty, Xml::Writer::kIndent, nullptr), kResultOk);
+    emptyValue.startElement("A");
+    EXPECT_EQ(emptyValue.addAttribute("name", ""), kResultFalse);
+    EXPECT_EQ(emptyValue.addAttribute("other", "x"), kResultFalse);
+    EXPECT_EQ(emptyValue.close(), kResultFalse);
+    EXPECT_EQ(empty.bytes(), std::string(kDeclaration) + "<A");
+}
+
+TEST(XmlOutputStates, OpenCloseAndBalanceRules) {
+    UTF8XmlWriter unopened;
+    EXPECT_EQ(unopened.startElement("A"), kNotInitialized);
+    EXPECT_EQ(unopened.addAttribute("a", "b"), kNotInitialized);
+    EXPECT_EQ(unopened.endElement(), kNotInitialized);
+    EXPECT_EQ(unopened.open(nullptr, 1, nullptr), kInvalidArgument);
+    EXPECT_EQ(unopened.startElement(nullptr), kInvalidArgument);
+
+    TestStream first;
+    TestStream second;
+    UTF8XmlWriter writer;
+    ASSERT_EQ(writer.open(&first, Xml::Writer::kIndent, nullptr), kResultOk);
+    EXPECT_EQ(writer.open(&second, Xml::Writer::kIndent, nullptr), kResultFalse);
+    EXPECT_EQ(second.references(), 0u);
+    writer.startElement("Root");
+    writer.startElement("Open");
+    writer.addAttribute("a", "1");
+    EXPECT_EQ(writer.close(), kResultOk) << "close ends what is open";
+    EXPECT_EQ(second.bytes(), "");
+    EXPECT_EQ(first.bytes(), std::string(kDeclaration) + "<Root>\n\t<Open a=\"1\" />\n</Root>\n");
+    EXPECT_EQ(writer.close(), kResultFalse) << "a closed writer has nothing whole to report";
+
+    // Past the root: a second root, text outside it and an unbalanced end would all be
+    // ill-formed, so each fails.
+    for (int variant = 0; variant < 3; ++variant) {
+        TestStream stream;
+        UTF8XmlWriter balanced;
+        ASSERT_EQ(balanced.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
+        balanced.startElement("Root");
+        balanced.endElement();
+        const tresult result = variant == 0   ? balanced.startElement("Second")
+                               : variant == 1 ? balanced.writeText("x", true)
+                                              : balanced.endElement();
+        EXPECT_EQ(result, kResultFalse) << variant;
+        EXPECT_EQ(balanced.close(), kResultFalse);
+        EXPECT_TRUE(WriterTest::isWellFormed(stream.bytes())) << variant;
+    }
+}
+
+TEST(XmlOutputStates, AShortWriteFailsTheDocumentAtThatPiece) {
+    TestStream stream(50); // the declaration and a little more
+    UTF8XmlWriter writer;
+    ASSERT_EQ(writer.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
+    EXPECT_EQ(writer.startElement("Root"), kResultOk);
+    EXPECT_EQ(writer.addAttribute("long", "0123456789"), kResultFalse);
+    const int writes = stream.writes();
+    EXPECT_EQ(writer.endElement(), kResultFalse);
+    EXPECT_EQ(writer.close(), kResultFalse);
+    EXPECT_EQ(stream.writes(), writes) << "a failed writer doesn't touch the stream";
+
+    TestStream tiny(10);
+    UTF8XmlWriter declaration;
+    EXPECT_EQ(declaration.open(&tiny, Xml::Writer::kIndent, nullptr), kResultFalse);
+    EXPECT_EQ(declaration.close(), kResultFalse);
+}
+
+TEST(XmlOutputFaces, WholeElementFaceAndQueries) {
+    TestStream stream;
+    UTF8XmlWriter writer;
+    IPtr<IXmlWriter> face = queryInterface<IXmlWriter>(static_cast<IUTF8XmlWriter*>(&writer));
+    ASSERT_TRUE(face);
+    EXPECT_TRUE(queryInterface<IUTF8XmlWriter>(face.get()));
+    ASSERT_EQ(face->open(&stream), kResultOk);
+    const char8* names[] = {"a", "b"};
+    const char8* values[] = {"1", "2"};
+    EXPECT_EQ(face->startElement("Root", 0, nullptr, nullptr, false), kResultOk);
+    EXPECT_EQ(face->startElement("Leaf", 2, names, values, true), kResultOk);
+    EXPECT_EQ(face->endElement("Leaf"), kInvalidArgument) << "Leaf is closed already";
+    EXPECT_EQ(face->reserved(), kNotImplemented);
+    EXPECT_EQ(face->endElement("Root"), kResultOk);
+    face = nullptr;
+    EXPECT_EQ(writer.close(), kResultOk);
+    EXPECT_EQ(stream.bytes(),
+              std::string(kDeclaration) + "<Root>\n\t<Leaf a=\"1\" b=\"2\" />\n</Root>\n");
+    EXPECT_EQ(writer.refCount(), 1);
+}
+
+TEST(XmlSafeText, ReplacesWhatXmlRefusesAndKeepsEverythingElse) {
+    const char16 lone[] = {u'a', 0xD800, u'b', 0xDC00, 0};
+    EXPECT_EQ(Xml::toXmlUtf8(lone), "a\xEF\xBF\xBD"
+                                    "b\xEF\xBF\xBD");
+    const char16 pair[] = {0xD83C, 0xDFB5, 0};
+    EXPECT_EQ(Xml::toXmlUtf8(pair), "\xF0\x9F\x8E\xB5");
+    const char16 controls[] = {0x01, u'\t', u'\n', u'\r', 0x1F, 0xFFFE, 0xFFFF, 0xE9, 0};
+    EXPECT_EQ(Xml::toXmlUtf8(controls),
+              "\xEF\xBF\xBD\t\n\r\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xC3\xA9");
+    EXPECT_EQ(Xml::toXmlUtf8(static_cast<const char16*>(nullptr)), "");
+    // Ill-formed UTF-8: a stray continuation, an overlong form, an encoded surrogate, a cut end.
+    EXPECT_EQ(Xml::toXmlUtf8("a\x80"
+                             "b\xC0\xAF"
+                             "c\xED\xA0\x80"
+                             "d\xE2\x82"),
+              "a\xEF\xBF\xBD"
+              "b\xEF\xBF\xBD\xEF\xBF\xBD"
+              "c\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"
+              "d\xEF\xBF\xBD\xEF\xBF\xBD");
+    EXPECT_EQ(Xml::toXmlUtf8("ok \xE2\x82\xAC\x07"), "ok \xE2\x82\xAC\xEF\xBF\xBD");
+
+    // Whatever comes in, the attribute that carries it parses.
+    TestStream stream;
+    UTF8XmlWriter writer;
+    ASSERT_EQ(writer.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
+    writer.startElement("R");
+    writer.addAttribute("a", Xml::toXmlUtf8(lone).c_str());
+    writer.addAttribute("b", Xml::toXmlUtf8(controls).c_str());
+    writer.addAttribute("c", Xml::toXmlUtf8("\xFF\xFE<&>").c_str());
+    ASSERT_EQ(writer.close(), kResultOk);
+    std::string message;
+    EXPECT_TRUE(WriterTest::isWellFormed(stream.bytes(), &message)) << message;
+}
+
+} // namespace
