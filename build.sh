@@ -50,7 +50,20 @@ deps)
 demo)
     deps
     build build
+    demo_dir=build/demo
+    rm -rf "$demo_dir"
+    mkdir -p "$demo_dir"
+    sample=build/examples/sample-project/sample.corvelle
+    say "== the module, loaded as a host loads it"
     build/refhost/corvelle-host plugin
+    say "== the sample package ($sample)"
+    build/tools/corvelle info "$sample"
+    say "== the sample read and written again ($demo_dir/sample-repacked.corvelle)"
+    build/tools/corvelle repack "$sample" "$demo_dir/sample-repacked.corvelle"
+    build/tools/corvelle info "$demo_dir/sample-repacked.corvelle"
+    say "== an example project built in code, written and read back ($demo_dir/example.corvelle)"
+    build/tools/corvelle new "$demo_dir/example.corvelle"
+    build/tools/corvelle info "$demo_dir/example.corvelle"
     ;;
 test)
     deps
@@ -87,7 +100,9 @@ fuzz)
         seeds=()
         [ -d "build-fuzz/fuzz/seeds/$name" ] && seeds=("build-fuzz/fuzz/seeds/$name")
         say "== $name for ${seconds}s"
-        "$fuzzer" -max_total_time="$seconds" -print_final_stats=1 "$corpus" "${seeds[@]}" \
+        dict=()
+        [ -f "fuzz/$name.dict" ] && dict=(-dict="fuzz/$name.dict")
+        "$fuzzer" "${dict[@]}" -max_total_time="$seconds" -print_final_stats=1 "$corpus" "${seeds[@]}" \
             2>"build-fuzz/$name.log" || { tail -n 40 "build-fuzz/$name.log" >&2; exit 1; }
         grep -E 'stat::number_of_executed_units|stat::peak_rss_mb' "build-fuzz/$name.log" >&2 || true
     done

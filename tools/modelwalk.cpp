@@ -299,7 +299,8 @@ private:
 
     std::string media(const char16* path) {
         std::string text = toUtf8(path);
-        if (!text.empty())
+        // A device without state carries the bare folder "plugins/": no file to count.
+        if (!text.empty() && text.back() != '/')
             summary.mediaFiles.insert(text);
         return text;
     }
