@@ -1,0 +1,96 @@
+// The ledger's counting and its report.
+#include "ledger.h"
+
+namespace Halvorn {
+namespace RefHost {
+
+namespace {
+std::string describe(const HostObject& object) {
+    std::string text = object.kind();
+    std::string label = object.label();
+    if (!label.empty())
+        text += " '" + label + "'";
+    return text;
+}
+} // namespace
+
+HostObject::HostObject(Ledger& ledger, const char* kind) : ledger_(ledger), kind_(kind) {}
+
+uint32 HostObject::retain() {
+    if (count_ <= 0) {
+        ledger_.fault(*this, "reference taken after the last release of");
+        return 0;
+    }
+    return uint32(++count_);
+}
+
+uint32 HostObject::drop() {
+    if (count_ <= 0) {
+        ledger_.fault(*this, "over-release of");
+        return 0;
+    }
+    if (--count_ == 0)
+        dispose();
+    return uint32(count_);
+}
+
+tresult HostObject::answer(const FUID& iid, void** out) {
+    if (!out)
+        return kInvalidArgument;
+    *out = nullptr;
+    if (count_ <= 0) {
+        ledger_.fault(*this, "queryInterface after the last release of");
+        return kNoInterface;
+    }
+    if (iid == identity) {
+        retain();
+        *out = this;
+        return kResultOk;
+    }
+    FUnknown* face = faceFor(iid);
+    if (!face)
+        return kNoInterface;
+    retain();
+    *out = face;
+    return kResultOk;
+}
+
+Ledger::~Ledger() {
+    for (auto& object : objects_)
+        object->dispose();
+}
+
+void Ledger::fault(const HostObject& object, const char* what) {
+    faults_.push_back(std::string(what) + " " + describe(object));
+}
+
+LedgerReport Ledger::report() const {
+    LedgerReport result;
+    result.faults = faults_;
+    for (const auto& object : objects_)
+        if (object->alive())
+            result.leaks.push_back(describe(*object) + " still holds " +
+                                   std::to_string(object->count()) + " reference(s)");
+    return result;
+}
+
+int32 Ledger::liveCount() const {
+    int32 count = 0;
+    for (const auto& object : objects_)
+        count += object->alive() ? 1 : 0;
+    return count;
+}
+
+std::string LedgerReport::text() const {
+    if (clean())
+        return "no leaks, no over-releases\n";
+    std::string text;
+    for (const auto& line : leaks)
+        text += "leak: " + line + "\n";
+    for (const auto& line : faults)
+        text += "fault: " + line + "\n";
+    return text;
+}
+
+} // namespace RefHost
+} // namespace Halvorn

@@ -1,0 +1,61 @@
+// corvelle-host: the reference host as a program. It loads the plug-in module as a host does,
+// and shows sessions.
+#include "pluginrunner.h"
+#include "showtree.h"
+#include "workstation.h"
+
+#include <CLI/CLI.hpp>
+
+#include <iostream>
+
+using namespace Halvorn::RefHost;
+
+namespace {
+
+int show(const std::string& path) {
+    std::string error;
+    auto station = Workstation::load(path, error);
+    if (!station) {
+        std::cerr << "corvelle-host: " << error << "\n";
+        return 1;
+    }
+    printTree(*station, std::cout);
+    LedgerReport report = station->close();
+    if (!report.clean()) {
+        std::cerr << "corvelle-host: " << report.text();
+        return 1;
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app{"corvelle-host: an in-memory workstation that loads the Corvelle plug-in "
+                 "module as a host does"};
+    app.require_subcommand(1);
+    std::string module = CORVELLE_DEFAULT_MODULE;
+
+    std::string session;
+    CLI::App* showCommand =
+        app.add_subcommand("show", "Load a session file and print it as a tree");
+    showCommand->add_option("SESSION", session, "The session file (JSON)")->required();
+    CLI::App* pluginCommand = app.add_subcommand(
+        "plugin", "Load the module, walk its factory, create the service, let everything go and "
+                  "check the host's references");
+    pluginCommand->add_option("--module", module, "The plug-in module to load")
+        ->capture_default_str();
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error);
+    }
+    try {
+        if (*showCommand)
+            return show(session);
+        return runPlugin(module, std::cout, std::cerr);
+    } catch (const std::exception& error) {
+        std::cerr << "corvelle-host: " << error.what() << "\n";
+        return 1;
+    }
+}

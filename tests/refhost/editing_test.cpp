@@ -1,0 +1,116 @@
+// Edit sessions: what an import adds, and the named steps it leaves in the undo history.
+#include "hostfixture.h"
+
+namespace Halvorn {
+namespace RefHostTest {
+
+TEST_F(HostTest, CommittedStepsAreRecordedWithTheirChanges) {
+    size_t before = station->history.size();
+    auto first = service<IHostEditSession>();
+    auto second = service<IHostEditSession>();
+    ASSERT_TRUE(first && second);
+    EXPECT_NE(first.get(), second.get());
+    first->setMode(2);
+    auto top = IPtr<IHostEditContext>::adopt(project()->getEditContext(0));
+
+    IHostObjectType* made = project()->createTrack("audio");
+    ASSERT_NE(made, nullptr);
+    EXPECT_TRUE(made->isType("audio"));
+    EXPECT_EQ(project()->createTrack("harp"), nullptr);
+    auto timeline = queryInterface<IHostTimelineEvent>(made);
+    timeline->setName(top.get(), u"Bass", second.get());
+    timeline->setColor(top.get(), 0xFF102030, nullptr);
+    // Not yet in the project, nor its channel in the mixer.
+    EXPECT_EQ(track(u"Bass"), nullptr);
+    EXPECT_EQ(channel(u"Bass"), nullptr);
+    ASSERT_EQ(second->add(top.get(), made), kResultOk);
+    ASSERT_EQ(second->commit(project(), u"Import Tracks"), kResultOk);
+
+    ASSERT_NE(track(u"Bass"), nullptr);
+    IHostParameterOwner* bass = channel(u"Bass");
+    ASSERT_NE(bass, nullptr);
+    EXPECT_EQ(queryInterface<IHostTrackChannel>(made)->getMixerChannel(), bass);
+    auto modules = queryInterface<IHostChannelModules>(bass);
+    EXPECT_NE(modules->findModule("Channel Compressor"), nullptr);
+
+    // An event on the new track, recorded in the first session.
+    auto local = IPtr<IHostEditContext>::adopt(top->contextFor(made));
+    ASSERT_TRUE(local);
+    EXPECT_EQ(local->getObject(), timeline.get());
+    auto marker = service<IMarkerObject>();
+    EXPECT_TRUE(marker);
+    auto event = service<IAudioEvent>();
+    auto item = queryInterface<IHostTimelineObject>(event.get());
+    item->setStart(local.get(), 2.0, first.get());
+    item->setLength(local.get(), 1.0, first.get());
+    ASSERT_EQ(first->add(local.get(), IPtr<IAudioEvent>(event).release()), kResultOk);
+    // A marker doesn't belong on an audio track; the session drops it.
+    EXPECT_NE(first->add(local.get(), IPtr<IMarkerObject>(marker).release()), kResultOk);
+    ASSERT_EQ(first->commit(project(), u"Import Corvelle"), kResultOk);
+
+    ASSERT_EQ(station->history.size(), before + 2);
+    const RefHost::EditStep& tracks = station->history[before];
+    EXPECT_EQ(tracks.name, "Import Tracks");
+    ASSERT_EQ(tracks.actions.size(), 2u);
+    EXPECT_NE(tracks.actions[0].find("rename"), std::string::npos);
+    EXPECT_NE(tracks.actions[1].find("add track 'Bass'"), std::string::npos);
+    const RefHost::EditStep& events = station->history[before + 1];
+    EXPECT_EQ(events.name, "Import Corvelle");
+    EXPECT_EQ(events.actions.size(), 3u);
+    EXPECT_EQ(children(made).size(), 1u);
+
+    // A borrowed track goes in with a reference of its own; it is already there.
+    IHostTempoTrack* tempo = project()->getTempoTrack();
+    tempo->addRef();
+    EXPECT_EQ(first->add(top.get(), tempo), kResultOk);
+    EXPECT_EQ(children(project()).size(), 7u);
+    // Moving changes the order; a change without a commit isn't a step.
+    ASSERT_EQ(first->move(top.get(), made, 0), kResultOk);
+    auto front = queryInterface<IHostTimelineObject>(children(project())[0]);
+    EXPECT_EQ(utf8(front->getName()), "Bass");
+    EXPECT_EQ(station->history.size(), before + 2);
+}
+
+TEST_F(HostTest, TempoSignatureAndNotesAreSetAsImportDoes) {
+    auto top = IPtr<IHostEditContext>::adopt(project()->getEditContext(0));
+    auto session = service<IHostEditSession>();
+    IHostTempoTrack* tempo = project()->getTempoTrack();
+    ASSERT_EQ(tempo->setTempo(140.0f), kResultOk);
+    EXPECT_FLOAT_EQ(tempo->getFixedTempo(), 140.0f);
+    auto tempoContext = IPtr<IHostEditContext>::adopt(top->contextFor(tempo));
+    ASSERT_TRUE(tempoContext);
+    auto event = service<ITempoObject>();
+    event->setTempo(tempoContext.get(), 90.0f, session.get());
+    event->setRamp(tempoContext.get(), true, session.get());
+    queryInterface<IHostTimelineObject>(event.get())->setStart(tempoContext.get(), 30.0, nullptr);
+    ASSERT_EQ(session->add(tempoContext.get(), IPtr<ITempoObject>(event).release()), kResultOk);
+    EXPECT_FLOAT_EQ(tempo->getTempoAt(31.0), 90.0f);
+
+    IHostSignatureTrack* signature = project()->getSignatureTrack();
+    ASSERT_EQ(signature->setSignature(0, 3, 4), kResultOk);
+    QuorSignatureRecord record{};
+    ASSERT_TRUE(signature->getSignatureAt(0.0, &record));
+    EXPECT_EQ(record.numerator, 3);
+
+    IHostObjectType* keys = project()->createTrack("instrument");
+    auto part = service<IMidiPart>();
+    auto setup = queryInterface<IHostMidiPartSetup>(part.get());
+    ASSERT_EQ(setup->initialize(u"Riff", keys), kResultOk);
+    auto local = IPtr<IHostEditContext>::adopt(top->contextFor(keys));
+    ASSERT_EQ(session->add(local.get(), IPtr<IMidiPart>(part).release()), kResultOk);
+    auto partContext = IPtr<IHostEditContext>::adopt(local->contextFor(part.get()));
+    auto note = service<IHostNoteEvent>();
+    note->setPitch(partContext.get(), 67, session.get());
+    note->setVelocity(partContext.get(), 80, session.get());
+    note->setReleaseVelocity(partContext.get(), 0, session.get());
+    ASSERT_EQ(session->add(partContext.get(), IPtr<IHostNoteEvent>(note).release()), kResultOk);
+    ASSERT_EQ(session->add(top.get(), keys), kResultOk);
+    session->commit(project(), u"Import Events");
+    std::vector<FUnknown*> notes = children(children(track(u""))[0]);
+    ASSERT_EQ(notes.size(), 1u);
+    EXPECT_EQ(queryInterface<IMidiEvent>(notes[0])->getPitch(), 67);
+    EXPECT_EQ(station->history.back().name, "Import Events");
+}
+
+} // namespace RefHostTest
+} // namespace Halvorn

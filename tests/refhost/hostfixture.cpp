@@ -1,0 +1,131 @@
+// The shared fixture of the reference host's tests.
+#include "hostfixture.h"
+
+#include <sndfile.h>
+
+#include <cstdlib>
+#include <fstream>
+#include <ftw.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Halvorn {
+namespace RefHostTest {
+
+TempFolder::TempFolder() {
+    const char* base = std::getenv("TMPDIR");
+    std::string pattern = std::string(base && *base ? base : "/tmp") + "/refhost-test-XXXXXX";
+    std::vector<char> buffer(pattern.begin(), pattern.end());
+    buffer.push_back(0);
+    if (mkdtemp(buffer.data()))
+        path_ = buffer.data();
+}
+
+TempFolder::~TempFolder() {
+    if (path_.empty())
+        return;
+    nftw(
+        path_.c_str(),
+        [](const char* path, const struct stat*, int, struct FTW*) { return ::remove(path); }, 16,
+        FTW_DEPTH | FTW_PHYS);
+}
+
+void writeWav(const std::string& path, int frames, int channels, int sampleRate) {
+    SF_INFO info{};
+    info.samplerate = sampleRate;
+    info.channels = channels;
+    info.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
+    SNDFILE* file = sf_open(path.c_str(), SFM_WRITE, &info);
+    ASSERT_NE(file, nullptr) << sf_strerror(nullptr);
+    std::vector<short> samples(size_t(frames) * size_t(channels), 1000);
+    sf_writef_short(file, samples.data(), frames);
+    sf_close(file);
+}
+
+void writeText(const std::string& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+nlohmann::json exampleSession() {
+    std::ifstream in(std::string(CORVELLE_SOURCE_DIR) + "/examples/session.json");
+    return nlohmann::json::parse(in);
+}
+
+std::string utf8(const char16* text) { return RefHost::toUtf8(RefHost::fromBuffer(text)); }
+
+void HostTest::SetUp() {
+    folder = std::make_unique<TempFolder>();
+    ASSERT_FALSE(folder->path().empty());
+    ASSERT_EQ(::mkdir((folder->path() + "/media").c_str(), 0700), 0);
+    writeWav(folder->path() + "/media/loop.wav", 44100, 2, 44100);
+    writeText(folder->path() + "/media/clip.mp4", "");
+    load(exampleSession());
+}
+
+void HostTest::load(const nlohmann::json& session) {
+    if (station) {
+        RefHost::LedgerReport report = station->close();
+        EXPECT_TRUE(report.clean()) << report.text();
+    }
+    std::string error;
+    station = RefHost::Workstation::fromJson(session, folder->path(), error);
+    ASSERT_TRUE(station) << error;
+    station->progressOut = nullptr;
+}
+
+void HostTest::TearDown() {
+    if (station) {
+        RefHost::LedgerReport report = station->close();
+        EXPECT_TRUE(report.clean()) << report.text();
+        station.reset();
+    }
+    folder.reset();
+}
+
+IHostProject* HostTest::project() const {
+    auto manager = service<IHostProjectManager>();
+    return manager ? manager->getActiveProject() : nullptr;
+}
+
+std::vector<FUnknown*> HostTest::children(FUnknown* object) {
+    std::vector<FUnknown*> result;
+    auto timeline = queryInterface<IHostTimelineObject>(object);
+    if (!timeline)
+        return result;
+    auto walk = IPtr<IHostIterator>::adopt(timeline->getChildren());
+    while (walk && !walk->isDone())
+        result.push_back(walk->next());
+    return result;
+}
+
+FUnknown* HostTest::track(const std::u16string& name) const {
+    for (FUnknown* item : children(project())) {
+        auto timeline = queryInterface<IHostTimelineObject>(item);
+        if (timeline && timeline->getName() == name)
+            return item;
+    }
+    return nullptr;
+}
+
+IHostParameterOwner* HostTest::mixer() const {
+    auto registry = service<IHostObjectRegistry>();
+    return registry ? registry->findObject("QUOR Mixer", 0) : nullptr;
+}
+
+IHostParameterOwner* HostTest::child(IHostParameterOwner* owner, const std::string& name) {
+    for (int32 index = 0; owner && index < owner->getChildCount(); ++index)
+        if (IHostParameterOwner* found = owner->getChild(index); name == found->getName())
+            return found;
+    return nullptr;
+}
+
+IHostParameterOwner* HostTest::channel(const std::u16string& title) const {
+    IHostParameterOwner* list = child(mixer(), "Channels");
+    for (int32 index = 0; list && index < list->getChildCount(); ++index)
+        if (list->getChild(index)->getTitle() == title)
+            return list->getChild(index);
+    return nullptr;
+}
+
+} // namespace RefHostTest
+} // namespace Halvorn

@@ -1,0 +1,65 @@
+// Shared test fixture: the example session with its media in a temporary folder, loaded into a
+// workstation that the test drives through the host interfaces and whose ledger must end clean.
+#pragma once
+
+#include "hostapi/hostapi.h"
+#include "text.h"
+#include "workstation.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Halvorn {
+namespace RefHostTest {
+
+// A folder under $TMPDIR (or /tmp) that is removed with everything in it.
+class TempFolder {
+public:
+    TempFolder();
+    ~TempFolder();
+    TempFolder(const TempFolder&) = delete;
+    TempFolder& operator=(const TempFolder&) = delete;
+    const std::string& path() const { return path_; }
+
+private:
+    std::string path_;
+};
+
+void writeWav(const std::string& path, int frames, int channels, int sampleRate);
+void writeText(const std::string& path, const std::string& text);
+nlohmann::json exampleSession();
+std::string utf8(const char16* text);
+
+class HostTest : public ::testing::Test {
+protected:
+    void SetUp() override;
+    void TearDown() override;
+    // Loads session with the media of the example, replacing the workstation.
+    void load(const nlohmann::json& session);
+
+    IHostContext* host() const { return station->context(); }
+    template <class I> IPtr<I> service() const {
+        void* out = nullptr;
+        if (host()->getInterface(I::iid, &out) != kResultOk)
+            return {};
+        return IPtr<I>::adopt(static_cast<I*>(out));
+    }
+    IHostProject* project() const;
+    // The children of a timeline object in iteration order; borrowed.
+    static std::vector<FUnknown*> children(FUnknown* object);
+    // A project track by name, as the iterator hands it out; borrowed.
+    FUnknown* track(const std::u16string& name) const;
+    IHostParameterOwner* mixer() const;
+    // A mixer channel by its title; borrowed.
+    IHostParameterOwner* channel(const std::u16string& title) const;
+    static IHostParameterOwner* child(IHostParameterOwner* owner, const std::string& name);
+
+    std::unique_ptr<TempFolder> folder;
+    std::unique_ptr<RefHost::Workstation> station;
+};
+
+} // namespace RefHostTest
+} // namespace Halvorn

@@ -1,0 +1,150 @@
+// Plug-ins in slots: their class, their parameters and tags, controllers, state and presets.
+#include "hostfixture.h"
+
+#include <cstring>
+
+namespace Halvorn {
+namespace RefHostTest {
+
+namespace {
+// A stream over a growing block, as a plug-in's state travels.
+class TestStream : public IBStream {
+public:
+    tresult queryInterface(const FUID& iid, void** out) override {
+        *out = iid == IBStream::iid || iid == FUnknown::iid ? this : nullptr;
+        return *out ? (++count, kResultOk) : kNoInterface;
+    }
+    uint32 addRef() override { return uint32(++count); }
+    uint32 release() override { return uint32(--count); }
+    tresult read(void* buffer, int32 size, int32* done) override {
+        int32 available = int32(bytes.size()) - position;
+        int32 n = std::max(0, std::min(size, available));
+        std::memcpy(buffer, bytes.data() + position, size_t(n));
+        position += n;
+        if (done)
+            *done = n;
+        return kResultOk;
+    }
+    tresult write(void* buffer, int32 size, int32* done) override {
+        bytes.append(static_cast<const char*>(buffer), size_t(size));
+        if (done)
+            *done = size;
+        return kResultOk;
+    }
+    tresult seek(int64 to, int32, int64* result) override {
+        position = int32(to);
+        if (result)
+            *result = to;
+        return kResultOk;
+    }
+    tresult tell(int64* at) override {
+        *at = position;
+        return kResultOk;
+    }
+
+    std::string bytes;
+    int32 position = 0;
+    int32 count = 1;
+};
+
+constexpr FUID kCompressor = FUID::make(0x5A1D3C2B, 0x7E44, 0x4B1F, 0x9C0D, 0x2B8E6F4A1C35);
+constexpr FUID kPlate = FUID::make(0x0E6B9F14, 0x3C21, 0x4D7A, 0x8B55, 0x71C2A9D0E3F6);
+} // namespace
+
+TEST_F(HostTest, SlotsTellTheirPluginAndItsTagsCarryTheOffset) {
+    IHostParameterOwner* drums = channel(u"Drums");
+    IHostParameterOwner* slot = child(child(drums, "Inserts"), "slot2");
+    ASSERT_NE(slot, nullptr);
+    EXPECT_EQ(child(child(drums, "Inserts"), "slot1")->getChildCount(), 0);
+    auto tools = service<IHostProjectTools>();
+    auto type = IPtr<IHostParameter>::adopt(slot->findParameter("effectType"));
+    FUID cid{};
+    ASSERT_EQ(tools->getPluginClass(type.get(), cid), kResultOk);
+    EXPECT_EQ(cid, kCompressor);
+    auto empty = IPtr<IHostParameter>::adopt(
+        child(child(drums, "Inserts"), "slot1")->findParameter("effectType"));
+    EXPECT_NE(tools->getPluginClass(empty.get(), cid), kResultOk);
+    auto byChannel = IPtr<IHostParameter>::adopt(drums->findParameter("inserts:slot2:effectType"));
+    ASSERT_EQ(tools->getPluginClass(byChannel.get(), cid), kResultOk);
+    EXPECT_EQ(cid, kCompressor);
+
+    IHostParameterOwner* plugin = slot->getChild(0);
+    auto access = queryInterface<IHostPluginAccess>(plugin);
+    ASSERT_TRUE(access);
+    EXPECT_FALSE(queryInterface<IHostPluginAccess>(slot));
+    IQuorController* controller = access->getController();
+    ASSERT_NE(controller, nullptr);
+    ASSERT_EQ(controller->getParameterCount(), 3);
+    QuorParameterInfo info{};
+    ASSERT_EQ(controller->getParameterInfo(2, &info), kResultOk);
+    EXPECT_EQ(info.id, 7u);
+    EXPECT_EQ(utf8(info.title), "Make-Up");
+    EXPECT_NE(controller->getParameterInfo(3, &info), kResultOk);
+
+    auto makeUp = IPtr<IHostParameter>::adopt(plugin->getParameterByTag(7 + 4201));
+    ASSERT_TRUE(makeUp);
+    EXPECT_EQ(makeUp->getTag(), 4208);
+    EXPECT_EQ(utf8(plugin->getParameterTitle(4208)), "Make-Up");
+    EXPECT_EQ(plugin->getParameterByTag(7), nullptr);
+    EXPECT_FLOAT_EQ(makeUp->getNormalized(), 0.1f);
+    ASSERT_EQ(controller->setNormalized(7, 0.75), kResultOk);
+    EXPECT_FLOAT_EQ(makeUp->getNormalized(), 0.75f);
+    EXPECT_DOUBLE_EQ(controller->getNormalized(7), 0.75);
+
+    QuorString128 text{};
+    ASSERT_EQ(controller->valueToText(0, 0.25, text), kResultOk);
+    double parsed = 0.0;
+    ASSERT_EQ(controller->valueFromText(0, text, &parsed), kResultOk);
+    EXPECT_DOUBLE_EQ(parsed, 0.25);
+    EXPECT_NE(controller->valueFromText(0, u"loud", &parsed), kResultOk);
+}
+
+TEST_F(HostTest, StateSavesAndLoadsAndClassesLoadIntoSlots) {
+    IHostParameterOwner* drums = channel(u"Drums");
+    IHostParameterOwner* plugin = child(child(drums, "Inserts"), "slot2")->getChild(0);
+    auto state = queryInterface<IHostPluginState>(plugin);
+    TestStream saved;
+    ASSERT_EQ(state->saveState(&saved), kResultOk);
+    EXPECT_FALSE(saved.bytes.empty());
+    IQuorController* controller = queryInterface<IHostPluginAccess>(plugin)->getController();
+    controller->setNormalized(0, 0.9);
+    ASSERT_EQ(state->loadState(&saved, 0), kResultOk);
+    EXPECT_DOUBLE_EQ(controller->getNormalized(0), 0.3);
+    EXPECT_EQ(saved.count, 1);
+
+    // A state of another class is refused and changes nothing.
+    IHostParameterOwner* platePlugin =
+        child(child(channel(u"Plate"), "Inserts"), "slot1")->getChild(0);
+    saved.position = 0;
+    EXPECT_NE(queryInterface<IHostPluginState>(platePlugin)->loadState(&saved, 0), kResultOk);
+
+    auto tools = service<IHostProjectTools>();
+    auto insert = IPtr<IHostParameter>::adopt(drums->findParameter("inserts:slot3:effectType"));
+    EXPECT_NE(tools->setPluginClass(insert.get(), FUID{}), kResultOk);
+    ASSERT_EQ(tools->setPluginClass(insert.get(), kPlate), kResultOk);
+    IHostParameterOwner* slot3 = child(child(drums, "Inserts"), "slot3");
+    ASSERT_EQ(slot3->getChildCount(), 1);
+    EXPECT_EQ(utf8(slot3->getChild(0)->getTitle()), "Quor Plate");
+    char16 buffer[64];
+    int32 size = 64;
+    ASSERT_EQ(insert->getValueText(buffer, &size), kResultOk);
+    EXPECT_EQ(utf8(buffer), "Quor Plate");
+
+    IHostParameterOwner* keys = channel(u"Keys");
+    IHostParameterOwner* instrument = child(keys, "Slot")->getChild(0);
+    auto presetParameter =
+        IPtr<IHostParameter>::adopt(instrument->findParameter("lumenBinPresetSyncronous"));
+    auto presetList = queryInterface<IHostPresetList>(presetParameter.get());
+    ASSERT_TRUE(presetList);
+    EXPECT_EQ(presetList->refresh(), kResultOk);
+    IHostPresets* presets = presetList->getPresets();
+    ASSERT_EQ(presets->getPresetCount(), 2);
+    EXPECT_EQ(utf8(presets->getPreset(0)->getFileName()), "Grand.quorpreset");
+    EXPECT_EQ(presets->getPreset(2), nullptr);
+    EXPECT_EQ(presetParameter->getIntValue(), 1);
+    presetParameter->setIntValue(presets->getPreset(0)->getIndex(), false);
+    EXPECT_EQ(presetParameter->getIntValue(), 0);
+}
+
+} // namespace RefHostTest
+} // namespace Halvorn

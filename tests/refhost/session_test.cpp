@@ -1,0 +1,104 @@
+// Session files: the example round trip, and clear refusals of bad files.
+#include "hostfixture.h"
+
+namespace Halvorn {
+namespace RefHostTest {
+
+using nlohmann::json;
+
+TEST_F(HostTest, TheExampleSessionIsWrittenBackAsItWasRead) {
+    json example = exampleSession();
+    EXPECT_EQ(station->toJson(), example) << station->toJson().dump(2);
+    std::string error;
+    ASSERT_TRUE(station->save(folder->path() + "/again.json", error)) << error;
+    auto again = RefHost::Workstation::load(folder->path() + "/again.json", error);
+    ASSERT_TRUE(again) << error;
+    EXPECT_EQ(again->toJson(), example);
+    EXPECT_TRUE(again->close().clean());
+}
+
+TEST_F(HostTest, TextCrossesAsUtf16BothWays) {
+    json session = exampleSession();
+    session["project"]["tracks"][2]["name"] = "Dr\u00fcms \U0001F941";
+    session["project"]["tracks"][3]["name"] = "bad \xC0\xAF byte";
+    load(session);
+    FUnknown* drums = children(project())[2];
+    auto timeline = queryInterface<IHostTimelineObject>(drums);
+    EXPECT_EQ(std::u16string(timeline->getName()), u"Dr\u00fcms \U0001F941");
+    auto keys = queryInterface<IHostTimelineObject>(children(project())[3]);
+    EXPECT_EQ(std::u16string(keys->getName()), u"bad \uFFFD\uFFFD byte");
+    EXPECT_EQ(station->toJson()["project"]["tracks"][2]["name"], "Dr\u00fcms \U0001F941");
+}
+
+TEST_F(HostTest, AnImportedTrackSurvivesTheRoundTrip) {
+    auto top = IPtr<IHostEditContext>::adopt(project()->getEditContext(0));
+    auto session = service<IHostEditSession>();
+    IHostObjectType* made = project()->createTrack("audio");
+    auto local = IPtr<IHostEditContext>::adopt(top->contextFor(made));
+    auto file = service<IHostAudioFile>();
+    auto url = service<IHostUrl>();
+    url->setPath(RefHost::toUtf16(folder->path() + "/media/loop.wav").c_str(), 0);
+    ASSERT_TRUE(file->open(url.get()));
+    auto clip = service<IHostAudioClip>();
+    ASSERT_TRUE(clip->setFile(queryInterface<IHostAudioFileInfo>(file.get()).get()));
+    auto event = service<IAudioEvent>();
+    event->setClip(local.get(), clip.get(), session.get());
+    session->add(local.get(), IPtr<IAudioEvent>(event).release());
+    session->add(top.get(), made);
+    session->commit(project(), u"Import Corvelle");
+
+    json written = station->toJson();
+    std::string error;
+    auto again = RefHost::Workstation::fromJson(written, folder->path(), error);
+    ASSERT_TRUE(again) << error;
+    EXPECT_EQ(again->toJson(), written);
+    EXPECT_EQ(again->history.back().name, "Import Corvelle");
+    EXPECT_TRUE(again->close().clean());
+}
+
+TEST_F(HostTest, BadSessionsAreRefusedWithTheirPlace) {
+    struct Case {
+        const char* pointer;
+        json value;
+        const char* where;
+    };
+    const Case cases[] = {
+        {"/mixer/channels/4/volume", "loud", "$.mixer.channels[4].volume"},
+        {"/mixer/channels/4/sends/0/to", "nowhere", "$.mixer.channels[4].sends[0].to"},
+        {"/mixer/channels/4/output", "plate", "$.mixer.channels[4].output"},
+        {"/project/tracks/2/items/0/media", "ghost", "$.project.tracks[2].items[0].media"},
+        {"/project/tracks/2/channel", "keys-channel", "$.project.tracks[2].channel"},
+        {"/project/tracks/3/id", "drums", "$.project.tracks[3].id"},
+        {"/project/tracks/2/type", "harp", "$.project.tracks[2].type"},
+        {"/project/tracks/2/items/0/kind", "note", "$.project.tracks[2].items[0].kind"},
+        {"/project/tracks/2/automation/1/parameter", "#3",
+         "$.project.tracks[2].automation[1].parameter"},
+        {"/media/0/path", "media/missing.wav", "$.media[0].path"},
+        {"/plugins/1/cid", "5A1D3C2B-7E44-4B1F-9C0D-2B8E6F4A1C35", "$.plugins[1].cid"},
+        {"/project/tracks/4/tracks/0/items/0/kind", "tempo",
+         "$.project.tracks[4].tracks[0].items[0]"},
+        {"/project/tracks", json::object(), "$.project.tracks"},
+    };
+    for (const Case& bad : cases) {
+        json session = exampleSession();
+        session[json::json_pointer(bad.pointer)] = bad.value;
+        std::string error;
+        auto loaded = RefHost::Workstation::fromJson(session, folder->path(), error);
+        EXPECT_FALSE(loaded) << bad.pointer;
+        EXPECT_EQ(error.rfind(bad.where, 0), 0u) << bad.pointer << " gave " << error;
+    }
+
+    std::string error;
+    std::string path = folder->path() + "/broken.json";
+    writeText(path, "{\"project\": [1, 2");
+    EXPECT_FALSE(RefHost::Workstation::load(path, error));
+    EXPECT_NE(error.find("not JSON"), std::string::npos) << error;
+    EXPECT_FALSE(RefHost::Workstation::load(folder->path() + "/absent.json", error));
+    EXPECT_NE(error.find("can't be read"), std::string::npos) << error;
+    writeText(path, "[]");
+    EXPECT_FALSE(RefHost::Workstation::load(path, error));
+    EXPECT_NE(error.find("$: expected an object"), std::string::npos) << error;
+}
+
+} // namespace RefHostTest
+} // namespace Halvorn
