@@ -2,10 +2,9 @@
 #include "examplemodel.h"
 
 #include "corvelle/mediaproject.h"
-#include "text.h"
+#include "packagereading.h"
 
 #include <atomic>
-#include <iostream>
 #include <memory>
 #include <string>
 #include <utility>
@@ -296,14 +295,7 @@ IPtr<IMediaProjectPackage> makeExamplePackage() {
 }
 
 int writeExamplePackage(const std::string& out) {
-    const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
-    const auto package = makeExamplePackage();
-    if (!manager || !manager->writePackage(package.get(), toUtf16(out).c_str())) {
-        std::cerr << "corvelle: cannot write package '" << out
-                  << "': its folder must exist and be writable\n";
-        return 2;
-    }
-    return 0;
+    return writePackageFile(makeExamplePackage().get(), out);
 }
 
 } // namespace CorvelleTool

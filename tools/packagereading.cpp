@@ -1,9 +1,10 @@
-// The tool's client and the one call of the package door.
+// The tool's client and the read and write calls of the package door.
 #include "packagereading.h"
 
 #include "text.h"
 
 #include <atomic>
+#include <iostream>
 
 namespace CorvelleTool {
 namespace {
@@ -59,6 +60,16 @@ IPtr<IMediaProjectPackage> readPackage(const std::string& path, const std::strin
     FolderClient client(mediaFolder);
     const std::u16string path16 = toUtf16(path);
     return IPtr<IMediaProjectPackage>::adopt(manager->readPackage(path16.c_str(), &client));
+}
+
+int writePackageFile(IMediaProjectPackage* package, const std::string& path) {
+    const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
+    if (!manager || !manager->writePackage(package, toUtf16(path).c_str())) {
+        std::cerr << "corvelle: cannot write package '" << path
+                  << "': its folder must exist and be writable\n";
+        return 2;
+    }
+    return 0;
 }
 
 } // namespace CorvelleTool

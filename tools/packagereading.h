@@ -1,4 +1,5 @@
-// Reading a package through the host-free door, with a client that names the media folders.
+// Reading a package through the host-free door, with a client that names the media folders,
+// and writing one.
 #pragma once
 
 #include "corvelle/package.h"
@@ -13,5 +14,8 @@ namespace CorvelleTool {
 // package can't be read.
 Halvorn::IPtr<Halvorn::IMediaProjectPackage> readPackage(const std::string& path,
                                                          const std::string& mediaFolder);
+
+// Writes the package file and says on stderr when it can't; the tool's exit code, 0 or 2.
+int writePackageFile(Halvorn::IMediaProjectPackage* package, const std::string& path);
 
 } // namespace CorvelleTool

@@ -3,7 +3,6 @@
 
 #include "corvelle/package.h"
 #include "packagereading.h"
-#include "text.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -52,13 +51,7 @@ int repack(const std::string& in, const std::string& out) {
         std::cerr << "corvelle: cannot read package '" << in << "'\n";
         return 1;
     }
-    const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
-    if (!manager || !manager->writePackage(package.get(), toUtf16(out).c_str())) {
-        std::cerr << "corvelle: cannot write package '" << out
-                  << "': its folder must exist and be writable\n";
-        return 2;
-    }
-    return 0;
+    return writePackageFile(package.get(), out);
 }
 
 } // namespace CorvelleTool

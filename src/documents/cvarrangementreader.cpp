@@ -25,6 +25,15 @@ struct CvXmlAutomationPoint : CvObject {
     double time = 0.0;
 };
 
+// Puts a timeline event at its time in the clip, with the element's colour when it has one.
+void placeEvent(CvClip* clip, CvEvent* event, const CvNode* element, double time) {
+    event->setStart(time);
+    CvColor color = readColor(element);
+    if (color.isValid())
+        event->setColor(color);
+    clip->addEvent(event);
+}
+
 // The clip's event type follows from the track's content; 0 drops the clip.
 uint32 eventTypeOfContent(uint32 contentType) {
     switch (contentType) {
@@ -277,12 +286,8 @@ void CvArrangementReader::readMarkers(const CvNode* node) const {
     for (CvNode* element : node->getChildrenByName(text(Element::kMarker))) {
         double time = readTime(element, Attribute::kTime, 0.0, seconds);
         IPtr<CvMarkerEvent> marker = IPtr<CvMarkerEvent>::adopt(new CvMarkerEvent());
-        marker->setStart(time);
         marker->setName(readName(element));
-        CvColor color = readColor(element);
-        if (color.isValid())
-            marker->setColor(color);
-        clip->addEvent(marker.get());
+        placeEvent(clip, marker.get(), element, time);
         end = time > end ? time : end;
     }
     clip->setDuration(end);
@@ -295,13 +300,9 @@ void CvArrangementReader::readTempoAutomation(const CvNode* node) const {
     for (CvNode* element : node->getChildrenByName(text(Element::kRealPoint))) {
         double time = readReal(element, Attribute::kTime, 0.0);
         IPtr<CvTempoEvent> event = IPtr<CvTempoEvent>::adopt(new CvTempoEvent());
-        event->setStart(time);
         event->setTempo(readReal(element, Attribute::kValue, 120.0));
         event->setInterpolation(readInterpolation(element));
-        CvColor color = readColor(element);
-        if (color.isValid())
-            event->setColor(color);
-        clip->addEvent(event.get());
+        placeEvent(clip, event.get(), element, time);
         end = time > end ? time : end;
     }
     clip->setDuration(end);
@@ -315,14 +316,10 @@ void CvArrangementReader::readSignatureAutomation(const CvNode* node) const {
     for (CvNode* element : node->getChildrenByName(text(Element::kTimeSignaturePoint))) {
         double time = readTime(element, Attribute::kTime, 0.0, seconds);
         IPtr<CvSignatureEvent> event = IPtr<CvSignatureEvent>::adopt(new CvSignatureEvent());
-        event->setStart(time);
         event->setNumerator(static_cast<uint16>(readInteger(element, Attribute::kNumerator, 4)));
         event->setDenominator(
             static_cast<uint16>(readInteger(element, Attribute::kDenominator, 4)));
-        CvColor color = readColor(element);
-        if (color.isValid())
-            event->setColor(color);
-        clip->addEvent(event.get());
+        placeEvent(clip, event.get(), element, time);
         end = time > end ? time : end;
     }
     clip->setDuration(end);

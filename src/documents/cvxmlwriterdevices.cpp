@@ -51,6 +51,18 @@ const LabelledParameter* findWrittenRow(const char8* modelName) {
     return search(kBandParameters);
 }
 
+// Calls visit(parameter, identity) for each parameter of the container that has an identity.
+template <typename Visit> void forEachParameter(IMediaParameterContainer* container, Visit visit) {
+    for (uint32 i = 0; i < container->getParameterCount(); ++i) {
+        IMediaParameter* parameter = container->getParameter(i);
+        if (!parameter)
+            continue;
+        IPtr<IMediaObject> identity = Halvorn::queryInterface<IMediaObject>(parameter);
+        if (identity)
+            visit(parameter, identity.get());
+    }
+}
+
 } // namespace
 
 void CvXmlWriter::writeDevice(CvXmlOutput& out, IMediaDevice* device) {
@@ -96,13 +108,7 @@ void CvXmlWriter::writePluginParameters(CvXmlOutput& out, IMediaParameterContain
     // The model holds the host's parameter tag, the document the plug-in's own number.
     constexpr uint32 kTagOffset = 4201;
     out.start(Element::kParameters);
-    for (uint32 i = 0; i < container->getParameterCount(); ++i) {
-        IMediaParameter* parameter = container->getParameter(i);
-        if (!parameter)
-            continue;
-        IPtr<IMediaObject> identity = Halvorn::queryInterface<IMediaObject>(parameter);
-        if (!identity)
-            continue;
+    forEachParameter(container, [&](IMediaParameter* parameter, IMediaObject* identity) {
         out.start(Element::kRealParameter);
         out.real(Attribute::kMin, parameter->getMin(), CvValueRules::kValuePrecision);
         out.real(Attribute::kMax, parameter->getMax(), CvValueRules::kValuePrecision);
@@ -114,27 +120,21 @@ void CvXmlWriter::writePluginParameters(CvXmlOutput& out, IMediaParameterContain
         out.text(Attribute::kId, identity->getId());
         out.text(Attribute::kName, identity->getName());
         out.end();
-    }
+    });
     out.end();
 }
 
 void CvXmlWriter::writeBuiltinParameters(CvXmlOutput& out, IMediaParameterContainer* container) {
-    for (uint32 i = 0; i < container->getParameterCount(); ++i) {
-        IMediaParameter* parameter = container->getParameter(i);
-        if (!parameter)
-            continue;
-        IPtr<IMediaObject> identity = Halvorn::queryInterface<IMediaObject>(parameter);
-        if (!identity)
-            continue;
+    forEachParameter(container, [&](IMediaParameter* parameter, IMediaObject* identity) {
         const String name(identity->getName());
         const LabelledParameter* row = findWrittenRow(name.text8());
         if (!row)
-            continue;
+            return;
         if (row->isSwitch)
             writeSwitchParameter(out, parameter, row->element);
         else
             writeRealParameter(out, parameter, row->element);
-    }
+    });
 }
 
 void CvXmlWriter::writeEqualizerBands(CvXmlOutput& out, IMediaDevice* device) {

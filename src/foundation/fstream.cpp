@@ -8,22 +8,31 @@
 namespace Halvorn {
 namespace {
 
-// Moves up to count bytes, retrying after signals; failed tells whether the system refused.
+// Moves up to count bytes between the buffer and the descriptor, retrying after signals, and
+// reports how many moved; a closed descriptor or the system's refusal gives kResultFalse.
 template <class Buffer, class Call>
-int32 transfer(Buffer buffer, int32 count, Call call, bool& failed) {
-    failed = false;
-    int32 done = 0;
-    while (done < count) {
-        ssize_t n = call(buffer + done, size_t(count - done));
+tresult transfer(int fd, Buffer buffer, int32 count, int32* done, Call call) {
+    if (done)
+        *done = 0;
+    if (count < 0 || (!buffer && count > 0))
+        return kInvalidArgument;
+    if (fd < 0)
+        return kResultFalse;
+    bool failed = false;
+    int32 moved = 0;
+    while (moved < count) {
+        ssize_t n = call(fd, buffer + moved, size_t(count - moved));
         if (n < 0 && errno == EINTR)
             continue;
         if (n < 0)
             failed = true;
         if (n <= 0)
             break;
-        done += int32(n);
+        moved += int32(n);
     }
-    return done;
+    if (done)
+        *done = moved;
+    return failed ? kResultFalse : kResultOk;
 }
 
 } // namespace
@@ -56,37 +65,16 @@ int32 FStream::write(const void* buffer, int32 count) {
 }
 
 tresult FStream::read(void* buffer, int32 count, int32* done) {
-    if (done)
-        *done = 0;
-    if (count < 0 || (!buffer && count > 0))
-        return kInvalidArgument;
-    if (fd_ < 0)
-        return kResultFalse;
-    bool failed = false;
-    int fd = fd_;
-    int32 n = transfer(
-        static_cast<char*>(buffer), count,
-        [fd](char* at, size_t size) { return ::read(fd, at, size); }, failed);
-    if (done)
-        *done = n;
-    return failed ? kResultFalse : kResultOk;
+    return transfer(fd_, static_cast<char*>(buffer), count, done, ::read);
 }
 
 tresult FStream::write(void* buffer, int32 count, int32* done) {
+    int32 moved = 0;
+    tresult result = transfer(fd_, static_cast<const char*>(buffer), count, &moved, ::write);
     if (done)
-        *done = 0;
-    if (count < 0 || (!buffer && count > 0))
-        return kInvalidArgument;
-    if (fd_ < 0)
-        return kResultFalse;
-    bool failed = false;
-    int fd = fd_;
-    int32 n = transfer(
-        static_cast<const char*>(buffer), count,
-        [fd](const char* at, size_t size) { return ::write(fd, at, size); }, failed);
-    if (done)
-        *done = n;
-    return failed || n < count ? kResultFalse : kResultOk;
+        *done = moved;
+    // A short write leaves the file incomplete.
+    return result == kResultOk && moved < count ? kResultFalse : result;
 }
 
 tresult FStream::seek(int64 position, int32 mode, int64* result) {

@@ -14,52 +14,13 @@ const char8 kEmpty8[1] = {0};
 const char16 kEmpty16[1] = {0};
 constexpr char32_t kReplacement = 0xFFFD;
 
-uint32 measure(const char8* text, int32 limit) {
+template <class Char> uint32 measure(const Char* text, int32 limit) {
     if (!text)
         return 0;
     uint32 n = 0;
     while ((limit < 0 || n < static_cast<uint32>(limit)) && n < String::kMaxLength && text[n])
         ++n;
     return n;
-}
-
-uint32 measure(const char16* text, int32 limit) {
-    if (!text)
-        return 0;
-    uint32 n = 0;
-    while ((limit < 0 || n < static_cast<uint32>(limit)) && n < String::kMaxLength && text[n])
-        ++n;
-    return n;
-}
-
-// Decodes one code point at text[i]; ill-formed sequences give U+FFFD and consume one byte.
-char32_t decodeUtf8(const unsigned char* text, uint32 length, uint32& i) {
-    unsigned char c = text[i++];
-    if (c < 0x80)
-        return c;
-    int extra;
-    char32_t cp;
-    char32_t min;
-    if ((c & 0xE0) == 0xC0) {
-        extra = 1, cp = c & 0x1F, min = 0x80;
-    } else if ((c & 0xF0) == 0xE0) {
-        extra = 2, cp = c & 0x0F, min = 0x800;
-    } else if ((c & 0xF8) == 0xF0) {
-        extra = 3, cp = c & 0x07, min = 0x10000;
-    } else {
-        return kReplacement;
-    }
-    if (i + extra > length)
-        return kReplacement;
-    for (int k = 0; k < extra; ++k)
-        if ((text[i + k] & 0xC0) != 0x80)
-            return kReplacement;
-    for (int k = 0; k < extra; ++k)
-        cp = (cp << 6) | (text[i + k] & 0x3F);
-    if (cp < min || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF))
-        return kReplacement;
-    i += extra;
-    return cp;
 }
 
 // Decodes one code point at text[i]; an unpaired surrogate gives U+FFFD.
@@ -128,7 +89,44 @@ bool unitsEqual(char16 a, char16 b, String::CompareMode mode) {
     return mode == String::kCaseInsensitive ? foldCase(a) == foldCase(b) : a == b;
 }
 
+// Whether the first n units of a and b are equal under the mode.
+bool unitsMatch(const char16* a, const char16* b, int32 n, String::CompareMode mode) {
+    for (int32 i = 0; i < n; ++i)
+        if (!unitsEqual(a[i], b[i], mode))
+            return false;
+    return true;
+}
+
 } // namespace
+
+char32_t decodeUtf8(const unsigned char* text, uint32 length, uint32& i) {
+    unsigned char c = text[i++];
+    if (c < 0x80)
+        return c;
+    int extra;
+    char32_t cp;
+    char32_t min;
+    if ((c & 0xE0) == 0xC0) {
+        extra = 1, cp = c & 0x1F, min = 0x80;
+    } else if ((c & 0xF0) == 0xE0) {
+        extra = 2, cp = c & 0x0F, min = 0x800;
+    } else if ((c & 0xF8) == 0xF0) {
+        extra = 3, cp = c & 0x07, min = 0x10000;
+    } else {
+        return kReplacement;
+    }
+    if (i + extra > length)
+        return kReplacement;
+    for (int k = 0; k < extra; ++k)
+        if ((text[i + k] & 0xC0) != 0x80)
+            return kReplacement;
+    for (int k = 0; k < extra; ++k)
+        cp = (cp << 6) | (text[i + k] & 0x3F);
+    if (cp < min || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF))
+        return kReplacement;
+    i += extra;
+    return cp;
+}
 
 bool isValidUtf8(const char8* text, int32 length) {
     if (!text || length < 0)
@@ -396,26 +394,12 @@ void String::remove(int32 index, int32 count) {
 
 bool String::startsWith(const String& text, CompareMode mode) const {
     int32 n = text.length();
-    if (n > length())
-        return false;
-    const char16* a = text16();
-    const char16* b = text.text16();
-    for (int32 i = 0; i < n; ++i)
-        if (!unitsEqual(a[i], b[i], mode))
-            return false;
-    return true;
+    return n <= length() && unitsMatch(text16(), text.text16(), n, mode);
 }
 
 bool String::endsWith(const String& text, CompareMode mode) const {
     int32 n = text.length();
-    if (n > length())
-        return false;
-    const char16* a = text16() + (length() - n);
-    const char16* b = text.text16();
-    for (int32 i = 0; i < n; ++i)
-        if (!unitsEqual(a[i], b[i], mode))
-            return false;
-    return true;
+    return n <= length() && unitsMatch(text16() + (length() - n), text.text16(), n, mode);
 }
 
 int32 String::compare(const String& other, CompareMode mode) const {

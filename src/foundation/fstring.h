@@ -93,5 +93,8 @@ using FString = String;
 
 // True when the bytes are well-formed UTF-8 (no overlongs, surrogates or values past U+10FFFF).
 bool isValidUtf8(const char8* text, int32 length);
+// Decodes the code point at text[i] and moves i past it; an ill-formed or cut sequence gives
+// U+FFFD and consumes one byte.
+char32_t decodeUtf8(const unsigned char* text, uint32 length, uint32& i);
 
 } // namespace Halvorn

@@ -1,8 +1,10 @@
-// Helpers for the model's owning lists: unique and plain adding, bounded access, raw copies.
+// Helpers for the model's owning lists: unique and plain adding, bounded access, look-up by id,
+// raw copies.
 #pragma once
 
 #include "corvelle/ptr.h"
 #include "foundation/tarray.h"
+#include "model/cvnode.h"
 
 namespace Halvorn {
 
@@ -30,6 +32,17 @@ template <class I, class T> I* listElement(const TArray<IPtr<T>>& list, uint32 i
     if (index >= static_cast<uint32>(list.total()))
         return nullptr;
     return static_cast<I*>(list.at(static_cast<int32>(index)).get());
+}
+
+// The element with the id as face I, borrowed; null for a null id or when none has it.
+template <class I, class T> I* listFindById(const TArray<IPtr<T>>& list, const char16* id) {
+    if (!id)
+        return nullptr;
+    String wanted(id);
+    for (const IPtr<T>& element : list)
+        if (static_cast<const CvNode&>(*element).getId() == wanted)
+            return element.get();
+    return nullptr;
 }
 
 template <class T> uint32 listCount(const TArray<IPtr<T>>& list) {

@@ -30,13 +30,7 @@ IMediaParameter* CvParameterContainer::getParameter(uint32 index) {
 }
 
 IMediaParameter* CvParameterContainer::findParameterById(const char16* id) {
-    if (!id)
-        return nullptr;
-    String wanted(id);
-    for (const IPtr<CvParameter>& parameter : parameters_)
-        if (static_cast<const CvNode&>(*parameter).getId() == wanted)
-            return parameter.get();
-    return nullptr;
+    return listFindById<IMediaParameter>(parameters_, id);
 }
 
 IMediaParameter* CvParameterContainer::findParameterByNumber(uint32 parameterId) {

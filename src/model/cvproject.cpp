@@ -37,13 +37,7 @@ IMediaChannel* CvProject::getChannel(uint32 index) {
 }
 
 IMediaChannel* CvProject::findChannel(const char16* id) {
-    if (!id)
-        return nullptr;
-    String wanted(id);
-    for (const IPtr<CvChannel>& channel : channels_)
-        if (static_cast<const CvNode&>(*channel).getId() == wanted)
-            return channel.get();
-    return nullptr;
+    return listFindById<IMediaChannel>(channels_, id);
 }
 
 void CvProject::addTrack(CvTrack* track) { addUniqueToList(tracks_, track); }

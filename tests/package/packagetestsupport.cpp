@@ -1,32 +1,11 @@
-// Helpers of the package tests: scratch folders, files, and a zip builder independent of minizip.
+// Helpers of the package tests: a private temporary folder and a zip builder without minizip.
 #include "packagetestsupport.h"
 
 #include <zlib.h>
 
-#include <algorithm>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <stdexcept>
-
-namespace fs = std::filesystem;
 
 namespace PackageTest {
-
-ScratchFolder::ScratchFolder() {
-    // Taken once, before any PrivateTempFolder points $TMPDIR elsewhere.
-    static const fs::path base = fs::temp_directory_path();
-    std::string pattern = (base / "corvelle-package-test-XXXXXX").string();
-    if (!mkdtemp(pattern.data()))
-        throw std::runtime_error("no scratch folder");
-    path_ = pattern;
-}
-
-ScratchFolder::~ScratchFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-}
 
 PrivateTempFolder::PrivateTempFolder() {
     const char* previous = std::getenv("TMPDIR");
@@ -43,38 +22,6 @@ PrivateTempFolder::~PrivateTempFolder() {
 }
 
 std::vector<std::string> PrivateTempFolder::leftovers() const { return listTree(path()); }
-
-void writeFile(const std::string& path, const std::string& bytes) {
-    fs::create_directories(fs::path(path).parent_path());
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-}
-
-std::string readFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
-
-bool exists(const std::string& path) {
-    std::error_code ignored;
-    return fs::exists(fs::symlink_status(path, ignored));
-}
-
-std::vector<std::string> listTree(const std::string& root) {
-    std::vector<std::string> names;
-    std::error_code error;
-    for (auto it = fs::recursive_directory_iterator(root, error); !error && it != fs::end(it);
-         it.increment(error)) {
-        std::string name = fs::relative(it->path(), root).generic_string();
-        if (it->is_directory() && !it->is_symlink())
-            name += "/";
-        names.push_back(name);
-    }
-    std::sort(names.begin(), names.end());
-    return names;
-}
 
 namespace {
 
@@ -200,14 +147,6 @@ std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
     put32(archive, records64 ? kMax32 : uint32_t(directoryOffset));
     put16(archive, 0);
     return archive;
-}
-
-uint16_t get16(const std::string& bytes, size_t at) {
-    return uint16_t(uint8_t(bytes.at(at)) | uint8_t(bytes.at(at + 1)) << 8);
-}
-
-uint32_t get32(const std::string& bytes, size_t at) {
-    return uint32_t(get16(bytes, at)) | uint32_t(get16(bytes, at + 2)) << 16;
 }
 
 } // namespace PackageTest

@@ -1,5 +1,8 @@
-// Helpers of the package tests: private scratch folders, file access and hand-made zip archives.
+// Helpers of the package tests: a private temporary folder and hand-made zip archives.
 #pragma once
+
+#include "common/testfiles.h"
+#include "common/zipbytes.h"
 
 #include <cstdint>
 #include <string>
@@ -7,20 +10,13 @@
 
 namespace PackageTest {
 
-// A fresh folder below the system's temporary folder, removed with everything in it at the end.
-class ScratchFolder {
-public:
-    ScratchFolder();
-    ~ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    const std::string& path() const { return path_; }
-    std::string operator/(const std::string& name) const { return path_ + "/" + name; }
-
-private:
-    std::string path_;
-};
+using TestSupport::exists;
+using TestSupport::get16;
+using TestSupport::get32;
+using TestSupport::listTree;
+using TestSupport::readFile;
+using TestSupport::ScratchFolder;
+using TestSupport::writeFile;
 
 // Points the system's temporary folder ($TMPDIR) at a private scratch folder while it lives, so
 // that a test can see what a read leaves behind.
@@ -38,13 +34,6 @@ private:
     std::string previous_;
     bool hadPrevious_;
 };
-
-void writeFile(const std::string& path, const std::string& bytes);
-// The whole file, or an empty string when it can't be read.
-std::string readFile(const std::string& path);
-bool exists(const std::string& path);
-// Relative paths of every file and folder below root, sorted; folders end in "/".
-std::vector<std::string> listTree(const std::string& root);
 
 // One entry of a hand-made archive.
 struct RawEntry {
@@ -64,9 +53,5 @@ enum class ZipForm {
 
 // Builds a zip archive byte by byte, independent of minizip.
 std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form = ZipForm::kClassic);
-
-// Reads little-endian values out of archive bytes.
-uint16_t get16(const std::string& bytes, size_t at);
-uint32_t get32(const std::string& bytes, size_t at);
 
 } // namespace PackageTest

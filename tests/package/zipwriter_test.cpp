@@ -95,18 +95,17 @@ TEST(ZipWriter, WritesSortedEntriesWithTheFixedParametersAndReadsBack) {
     ASSERT_EQ(get32(bytes, end), 0x06054b50u);
     EXPECT_EQ(get16(bytes, end + 10), 4);
     EXPECT_EQ(get16(bytes, end + 20), 0); // archive comment
-    size_t at = get32(bytes, end + 16);
-    for (size_t i = 0; i < 4; ++i) {
-        ASSERT_EQ(get32(bytes, at), 0x02014b50u);
-        EXPECT_EQ(get16(bytes, at + 4), 0);
-        EXPECT_EQ(get16(bytes, at + 6), 20);
-        EXPECT_EQ(get16(bytes, at + 8), 2048);
-        EXPECT_EQ(get16(bytes, at + 12), 0);
-        EXPECT_EQ(get16(bytes, at + 14), 0x0020);
-        EXPECT_EQ(get16(bytes, at + 30) + get16(bytes, at + 32), 0); // extra, comment
-        EXPECT_EQ(get16(bytes, at + 36) & ~1u, 0u);
-        EXPECT_EQ(get32(bytes, at + 38), 0u);
-        at += 46 + get16(bytes, at + 28);
+    const std::vector<TestSupport::ZipEntry> central = TestSupport::readCentralDirectory(bytes);
+    ASSERT_EQ(central.size(), 4u);
+    for (const TestSupport::ZipEntry& entry : central) {
+        EXPECT_EQ(entry.versionMadeBy, 0) << entry.name;
+        EXPECT_EQ(entry.versionNeeded, 20) << entry.name;
+        EXPECT_EQ(entry.flags, 2048) << entry.name;
+        EXPECT_EQ(entry.time, 0) << entry.name;
+        EXPECT_EQ(entry.date, 0x0020) << entry.name;
+        EXPECT_EQ(entry.extraLength + entry.commentLength, 0) << entry.name;
+        EXPECT_EQ(entry.internalAttributes & ~1u, 0u) << entry.name;
+        EXPECT_EQ(entry.externalAttributes, 0u) << entry.name;
     }
 
     // The same folder gives the same bytes.

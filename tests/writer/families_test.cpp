@@ -13,19 +13,10 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-#include <sys/resource.h>
-
 using namespace Halvorn;
 using namespace WriterTest;
 
 namespace {
-
-template <class T> IPtr<T> make(T* object) { return IPtr<T>::adopt(object); }
-
-bool contains(const std::string& document, const std::string& text) {
-    return document.find(text) != std::string::npos;
-}
 
 size_t count(const std::string& document, const std::string& text) {
     size_t n = 0;
@@ -84,16 +75,13 @@ TEST(ProjectFamily, AStreamThatFailsHalfwayMakesTheWriteFalse) {
             gFNFileSystem->createStream(FUrl(String(path.c_str()), false), FStream::kWrite);
         ASSERT_TRUE(stream);
         // The file may grow to 100 bytes, less than any document.
-        rlimit previous{};
-        ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &previous), 0);
-        auto previousSignal = signal(SIGXFSZ, SIG_IGN);
-        rlimit limited = previous;
-        limited.rlim_cur = 100;
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
-        CvXmlWriter writer(String(scratch.path().c_str()));
-        const bool written = writer.writeProject(project, stream);
-        setrlimit(RLIMIT_FSIZE, &previous);
-        signal(SIGXFSZ, previousSignal);
+        bool written = true;
+        {
+            FileSizeLimit limit(100);
+            ASSERT_TRUE(limit.active());
+            CvXmlWriter writer(String(scratch.path().c_str()));
+            written = writer.writeProject(project, stream);
+        }
         gFNFileSystem->closeStream(stream);
         EXPECT_FALSE(written);
         EXPECT_LE(readFile(path).size(), 100u);

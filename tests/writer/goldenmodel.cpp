@@ -13,8 +13,6 @@ using namespace Halvorn;
 
 namespace {
 
-template <class T> IPtr<T> make(T* object) { return IPtr<T>::adopt(object); }
-
 IPtr<CvParameter> parameter(uint32 unit, const char* id, const char* name, double value, double min,
                             double max, uint32 steps = 0, uint32 number = 0) {
     auto result = make(new CvParameter(unit, id));

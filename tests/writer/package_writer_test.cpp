@@ -12,9 +12,7 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
 #include <random>
-#include <sys/resource.h>
 #include <thread>
 
 using namespace Halvorn;
@@ -178,15 +176,12 @@ TEST(PackageContainer, AnArchiveThatCantBeWrittenWholeNeverReplacesTheTarget) {
     const std::string target = scratch / "out/song.corvelle";
     writeFile(target, "the user's earlier package");
 
-    rlimit previous{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &previous), 0);
-    auto previousSignal = signal(SIGXFSZ, SIG_IGN);
-    rlimit small = previous;
-    small.rlim_cur = 40000;
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const bool written = write(package.get(), target);
-    setrlimit(RLIMIT_FSIZE, &previous);
-    signal(SIGXFSZ, previousSignal);
+    bool written = true;
+    {
+        FileSizeLimit limit(40000);
+        ASSERT_TRUE(limit.active());
+        written = write(package.get(), target);
+    }
 
     EXPECT_FALSE(written);
     EXPECT_TRUE(readFile(target) == "the user's earlier package");

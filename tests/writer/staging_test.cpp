@@ -14,12 +14,6 @@ using namespace WriterTest;
 
 namespace {
 
-template <class T> IPtr<T> make(T* object) { return IPtr<T>::adopt(object); }
-
-bool contains(const std::string& document, const std::string& text) {
-    return document.find(text) != std::string::npos;
-}
-
 // One track of each medium and a channel of plug-ins, each pointing at the given paths.
 IPtr<CvProject> projectOf(const std::vector<std::string>& audio,
                           const std::vector<std::string>& video,

@@ -1,58 +1,54 @@
-// Helpers of the writer tests: scratch folders, files, expat checks and zip central directories.
+// Helpers of the writer tests: UTF-16 text and expat checks, beside the shared file helpers.
 #pragma once
 
+#include "common/testfiles.h"
+#include "common/zipbytes.h"
 #include "corvelle/base.h"
+#include "corvelle/ptr.h"
 
-#include <cstdint>
+#include <csignal>
 #include <string>
+#include <sys/resource.h>
 #include <vector>
 
 namespace WriterTest {
 
-// A fresh folder below the system's temporary folder, removed with everything in it at the end.
-class ScratchFolder {
-public:
-    ScratchFolder();
-    ~ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
+using TestSupport::exists;
+using TestSupport::listTree;
+using TestSupport::readCentralDirectory;
+using TestSupport::readFile;
+using TestSupport::ScratchFolder;
+using TestSupport::writeFile;
+using TestSupport::ZipEntry;
 
-    const std::string& path() const { return path_; }
-    std::string operator/(const std::string& name) const { return path_ + "/" + name; }
+// Takes over the reference a new object starts with.
+template <class T> Halvorn::IPtr<T> make(T* object) { return Halvorn::IPtr<T>::adopt(object); }
+
+inline bool contains(const std::string& document, const std::string& text) {
+    return document.find(text) != std::string::npos;
+}
+
+std::u16string utf16(const std::string& utf8);
+
+// Caps the size of the files this process writes while it lives, with the signal a breach would
+// raise ignored, so that the write that crosses the cap fails instead.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes);
+    ~FileSizeLimit();
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+    // False when the cap could not be set.
+    bool active() const { return active_; }
 
 private:
-    std::string path_;
+    rlimit previous_{};
+    void (*previousSignal_)(int) = SIG_DFL;
+    bool active_ = false;
 };
-
-// Makes the parent folders too.
-void writeFile(const std::string& path, const std::string& bytes);
-// The whole file, or an empty string when it can't be read.
-std::string readFile(const std::string& path);
-bool exists(const std::string& path);
-// Relative paths of every file and folder below root, sorted; folders end in "/".
-std::vector<std::string> listTree(const std::string& root);
-std::u16string utf16(const std::string& utf8);
 
 // True when expat takes the bytes as a whole, well-formed document; else the message says why.
 bool isWellFormed(const std::string& document, std::string* message = nullptr);
-
-// One entry of an archive's central directory, with what the format fixes for it.
-struct ZipEntry {
-    std::string name;
-    uint16_t versionMadeBy = 0;
-    uint16_t versionNeeded = 0;
-    uint16_t flags = 0;
-    uint16_t method = 0;
-    uint16_t time = 0;
-    uint16_t date = 0;
-    uint32_t compressedSize = 0;
-    uint32_t size = 0;
-    uint16_t extraLength = 0;
-    uint16_t commentLength = 0;
-    uint32_t externalAttributes = 0;
-};
-
-// The central directory in stored order; empty for bytes that hold none.
-std::vector<ZipEntry> readCentralDirectory(const std::string& archive);
 
 } // namespace WriterTest

@@ -1,6 +1,10 @@
 // Text for XML: conversion to UTF-8 with every character that XML 1.0 refuses replaced.
 #include "documents/xml/xmltext.h"
 
+#include "foundation/fstring.h"
+
+#include <cstring>
+
 namespace Halvorn {
 namespace Xml {
 
@@ -36,36 +40,6 @@ void appendUtf8(std::string& out, char32_t c) {
     }
 }
 
-// Decodes one UTF-8 sequence at text[i], moving i past it; an ill-formed sequence (overlong,
-// surrogate, past U+10FFFF, cut short) consumes its first byte and gives U+FFFD.
-char32_t decodeUtf8(const unsigned char* text, size_t& i) {
-    const unsigned char lead = text[i++];
-    if (lead < 0x80)
-        return lead;
-    int extra;
-    char32_t c;
-    char32_t minimum;
-    if ((lead & 0xE0) == 0xC0) {
-        extra = 1, c = lead & 0x1F, minimum = 0x80;
-    } else if ((lead & 0xF0) == 0xE0) {
-        extra = 2, c = lead & 0x0F, minimum = 0x800;
-    } else if ((lead & 0xF8) == 0xF0) {
-        extra = 3, c = lead & 0x07, minimum = 0x10000;
-    } else {
-        return kReplacement;
-    }
-    size_t j = i;
-    for (int k = 0; k < extra; ++k, ++j) {
-        if ((text[j] & 0xC0) != 0x80) // the terminator ends a cut sequence here too
-            return kReplacement;
-        c = (c << 6) | (text[j] & 0x3F);
-    }
-    if (c < minimum || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF))
-        return kReplacement;
-    i = j;
-    return c;
-}
-
 } // namespace
 
 std::string toXmlUtf8(const char16* text) {
@@ -88,8 +62,9 @@ std::string toXmlUtf8(const char8* text) {
     if (!text)
         return out;
     const auto* bytes = reinterpret_cast<const unsigned char*>(text);
-    for (size_t i = 0; bytes[i];)
-        appendUtf8(out, decodeUtf8(bytes, i));
+    const auto length = static_cast<uint32>(std::strlen(text));
+    for (uint32 i = 0; i < length;)
+        appendUtf8(out, decodeUtf8(bytes, length, i));
     return out;
 }
 

@@ -1,0 +1,68 @@
+// Helpers every test suite shares: private scratch folders and plain file access.
+#include "testfiles.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace fs = std::filesystem;
+
+namespace TestSupport {
+
+ScratchFolder::ScratchFolder() {
+    // Taken once, before a test points $TMPDIR elsewhere.
+    static const fs::path base = fs::temp_directory_path();
+    std::string pattern = (base / "corvelle-test-XXXXXX").string();
+    if (!mkdtemp(pattern.data()))
+        throw std::runtime_error("no scratch folder");
+    path_ = pattern;
+}
+
+ScratchFolder::~ScratchFolder() {
+    std::error_code ignored;
+    // Folders a test made read-only must open again to be emptied.
+    for (auto it = fs::recursive_directory_iterator(path_, ignored);
+         it != fs::recursive_directory_iterator(); it.increment(ignored))
+        if (it->is_directory(ignored) && !it->is_symlink(ignored))
+            fs::permissions(it->path(), fs::perms::owner_all, fs::perm_options::add, ignored);
+    fs::remove_all(path_, ignored);
+}
+
+void writeFile(const std::string& path, const std::string& bytes) {
+    std::error_code ignored;
+    fs::create_directories(fs::path(path).parent_path(), ignored);
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+}
+
+std::string readFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+}
+
+bool exists(const std::string& path) {
+    std::error_code ignored;
+    return fs::exists(fs::symlink_status(path, ignored));
+}
+
+std::vector<std::string> listTree(const std::string& root) {
+    std::vector<std::string> names;
+    std::error_code error;
+    std::error_code ignored;
+    for (auto it = fs::recursive_directory_iterator(root, error); !error && it != fs::end(it);
+         it.increment(error)) {
+        std::string name = fs::relative(it->path(), root, ignored).generic_string();
+        if (it->is_directory(ignored) && !it->is_symlink(ignored))
+            name += "/";
+        names.push_back(name);
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+} // namespace TestSupport
