@@ -11,36 +11,24 @@ namespace CvNodeValues {
 
 using namespace CvSchema;
 
-namespace {
-
-// The attribute's text; false when the node has no such attribute.
-bool findText(const CvNode* node, const char8* key, String& text) {
-    String name(key);
-    if (!node->hasAttribute(name))
-        return false;
-    text = node->getAttribute(name);
-    return true;
-}
-
-} // namespace
-
 String readText(const CvNode* node, const char8* key, const String& defaultValue) {
-    return node->getAttribute(String(key), defaultValue);
+    const String* value = node->findAttributeValue(key);
+    return value ? *value : defaultValue;
 }
 
 double readReal(const CvNode* node, const char8* key, double defaultValue) {
-    String text;
-    return findText(node, key, text) ? CvValueRules::readReal(text) : defaultValue;
+    const String* value = node->findAttributeValue(key);
+    return value ? CvValueRules::readReal(*value) : defaultValue;
 }
 
 uint64 readInteger(const CvNode* node, const char8* key, uint64 defaultValue) {
-    String text;
-    return findText(node, key, text) ? CvValueRules::readInteger(text) : defaultValue;
+    const String* value = node->findAttributeValue(key);
+    return value ? CvValueRules::readInteger(*value) : defaultValue;
 }
 
 bool readBoolean(const CvNode* node, const char8* key, bool defaultValue) {
-    String text;
-    return findText(node, key, text) ? CvValueRules::readBoolean(text) : defaultValue;
+    const String* value = node->findAttributeValue(key);
+    return value ? CvValueRules::readBoolean(*value) : defaultValue;
 }
 
 String readId(const CvNode* node) { return readText(node, Attribute::kId, String("0")); }
@@ -58,8 +46,8 @@ uint32 readInterpolation(const CvNode* node) {
 }
 
 bool readSeconds(const CvNode* node, const char8* key, bool secondsInForce) {
-    String text;
-    return findText(node, key, text) ? CvValueRules::isSeconds(text) : secondsInForce;
+    const String* value = node->findAttributeValue(key);
+    return value ? CvValueRules::isSeconds(*value) : secondsInForce;
 }
 
 } // namespace CvNodeValues

@@ -74,11 +74,13 @@ void CvXmlReader::startElement(FXmlParser2* parser, const char8* name, const cha
     }
     try {
         IPtr<CvNode> node = IPtr<CvNode>::adopt(new CvNode(String(name), String()));
-        for (int32 i = 0; attributes && attributes[i] && attributes[i + 1]; i += 2) {
-            if (i / 2 >= kMaxAttributes)
-                break;
-            node->setAttribute(String(attributes[i]), String(attributes[i + 1]));
-        }
+        int32 count = 0;
+        while (attributes && count < kMaxAttributes && attributes[2 * count] &&
+               attributes[2 * count + 1])
+            ++count;
+        node->reserveAttributes(count);
+        for (int32 i = 0; i < count; ++i)
+            node->setAttribute(String(attributes[2 * i]), String(attributes[2 * i + 1]));
         if (!openElements.add(node)) {
             failed = true;
             parser->stop();

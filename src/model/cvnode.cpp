@@ -3,6 +3,9 @@
 
 #include "model/cvlist.h"
 
+#include <cstring>
+#include <utility>
+
 namespace Halvorn {
 
 namespace {
@@ -75,7 +78,7 @@ bool CvColor::operator==(const CvColor& other) const {
 // A reader's plain element may have a great many children: doubling keeps adding them linear.
 struct CvNode::Tree {
     TArray<IPtr<CvNode>> children{-1};
-    TArray<IPtr<CvNodeAttribute>> attributes;
+    TArray<CvNodeAttribute> attributes;
 };
 
 CvNode::CvNode(const String& name, const String& id) : id_(id), name_(name) {}
@@ -87,12 +90,15 @@ tresult CvNode::queryInterface(const FUID& iid, void** object) {
     return CvObject::queryInterface(iid, object);
 }
 
-void CvNode::addChild(CvNode* child) {
-    if (!child)
-        return;
+CvNode::Tree& CvNode::tree() {
     if (!tree_)
         tree_.reset(new Tree);
-    addToList(tree_->children, child);
+    return *tree_;
+}
+
+void CvNode::addChild(CvNode* child) {
+    if (child)
+        addToList(tree().children, child);
 }
 
 void CvNode::collect(TArray<CvNode*>& out, const String* name, bool deep) const {
@@ -151,25 +157,41 @@ TArray<CvNode*> CvNode::getDescendantsByName(const String& name) const {
 
 CvNodeAttribute* CvNode::findAttribute(const String& key) const {
     if (tree_)
-        for (const IPtr<CvNodeAttribute>& attribute : tree_->attributes)
-            if (attribute->getKey() == key)
-                return attribute.get();
+        for (CvNodeAttribute& attribute : tree_->attributes)
+            if (attribute.key == key)
+                return &attribute;
+    return nullptr;
+}
+
+const String* CvNode::findAttributeValue(const char8* key) const {
+    if (tree_ && key)
+        for (const CvNodeAttribute& attribute : tree_->attributes)
+            if (std::strcmp(attribute.key.text8(), key) == 0)
+                return &attribute.value;
     return nullptr;
 }
 
 void CvNode::setAttribute(const String& key, const String& value) {
+    setAttribute(String(key), String(value));
+}
+
+void CvNode::setAttribute(String&& key, String&& value) {
     if (CvNodeAttribute* attribute = findAttribute(key)) {
-        attribute->setValue(value);
+        attribute->value = std::move(value);
         return;
     }
-    if (!tree_)
-        tree_.reset(new Tree);
-    tree_->attributes.add(IPtr<CvNodeAttribute>::adopt(new CvNodeAttribute(key, value)));
+    tree().attributes.add(CvNodeAttribute{std::move(key), std::move(value)});
+}
+
+void CvNode::reserveAttributes(int32 count) {
+    Tree& nodeTree = tree();
+    if (nodeTree.attributes.isEmpty() && count > 0)
+        nodeTree.attributes = TArray<CvNodeAttribute>(count);
 }
 
 String CvNode::getAttribute(const String& key, const String& defaultValue) const {
     CvNodeAttribute* attribute = findAttribute(key);
-    return attribute ? attribute->getValue() : defaultValue;
+    return attribute ? attribute->value : defaultValue;
 }
 
 bool CvNode::hasAttribute(const String& key) const { return findAttribute(key) != nullptr; }

@@ -47,22 +47,11 @@ private:
     uint8 alpha_ = 0;
 };
 
-class CvNodeAttribute : public CvObject {
-public:
-    CV_DECLARE_TYPE(CvNodeAttribute, CvObject)
-
-    CvNodeAttribute(const String& key, const String& value) : key_(key), value_(value) {}
-
-    const String& getKey() const { return key_; }
-    const String& getValue() const { return value_; }
-    void setValue(const String& value) { value_ = value; }
-
-protected:
-    ~CvNodeAttribute() override = default;
-
-private:
-    String key_;
-    String value_;
+// One attribute of a reader node. Held by value: a node owns its attributes alone and never
+// hands them out, so a reference count and a heap object each would only cost time and memory.
+struct CvNodeAttribute {
+    String key;
+    String value;
 };
 
 // A named node: the base of the typed model classes, and on its own the plain element tree the
@@ -99,9 +88,14 @@ public:
 
     // Overwrites the value of an existing key in its place, else appends.
     void setAttribute(const String& key, const String& value);
+    void setAttribute(String&& key, String&& value);
+    // Room for count attributes in one allocation, for a caller that knows how many will come.
+    void reserveAttributes(int32 count);
     // The value, or defaultValue when the key is absent; a present empty value stays empty.
     String getAttribute(const String& key, const String& defaultValue = String()) const;
     bool hasAttribute(const String& key) const;
+    // The value held under an 8-bit key, or null when absent; no String is made for the key.
+    const String* findAttributeValue(const char8* key) const;
 
 protected:
     ~CvNode() override;
@@ -110,6 +104,7 @@ private:
     struct Tree;
 
     CvNodeAttribute* findAttribute(const String& key) const;
+    Tree& tree();
     void collect(TArray<CvNode*>& out, const String* name, bool deep) const;
 
     String id_;
