@@ -45,10 +45,11 @@ bool CvXmlWriter::writeProject(IMediaProject* project, FStream* stream) {
 
 void CvXmlWriter::writeApplication(CvXmlOutput& out, IMediaProject* project) {
     String version(project->getApplicationVersion());
-    // Only the exact, case-sensitive prefix goes: "version 2" stays whole.
-    static const String kVersionPrefix("Version ");
-    if (version.startsWith(kVersionPrefix))
-        version.remove(0, kVersionPrefix.length());
+    // Only the exact, case-sensitive prefix goes: "version 2" stays whole. The prefix is a local
+    // because reading a String may convert it, so one shared between writers would race.
+    const String prefix("Version ");
+    if (version.startsWith(prefix))
+        version.remove(0, prefix.length());
     out.start(Element::kApplication);
     out.text(Attribute::kName, project->getApplicationName());
     out.text(Attribute::kVersion, version.text16());

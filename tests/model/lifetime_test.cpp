@@ -10,10 +10,19 @@
 
 namespace {
 
+// ThreadSanitizer's runtime defines operator new itself; under it only the reference counts
+// are checked.
+#ifdef CORVELLE_TSAN
+constexpr bool kCountsBlocks = false;
+#else
+constexpr bool kCountsBlocks = true;
+#endif
+
 // Live blocks of operator new in this program. Every model object, list buffer and node tree
 // comes from operator new, so a model that is destroyed whole brings the count back.
 std::atomic<long> gLiveBlocks{0};
 
+#ifndef CORVELLE_TSAN
 void* countedAlloc(std::size_t size) {
     void* block = std::malloc(size ? size : 1);
     if (block)
@@ -27,9 +36,11 @@ void countedFree(void* block) {
         std::free(block);
     }
 }
+#endif
 
 } // namespace
 
+#ifndef CORVELLE_TSAN
 void* operator new(std::size_t size) {
     if (void* block = countedAlloc(size))
         return block;
@@ -46,6 +57,7 @@ void operator delete(void* block, std::size_t) noexcept { countedFree(block); }
 void operator delete[](void* block, std::size_t) noexcept { countedFree(block); }
 void operator delete(void* block, const std::nothrow_t&) noexcept { countedFree(block); }
 void operator delete[](void* block, const std::nothrow_t&) noexcept { countedFree(block); }
+#endif
 
 namespace Halvorn {
 namespace {
@@ -111,7 +123,8 @@ TEST(Lifetime, ReleasingTheRootDestroysEveryObjectOfALargeModel) {
     long before = gLiveBlocks.load();
     IPtr<CvProject> project = buildLargeProject();
     long built = gLiveBlocks.load() - before;
-    EXPECT_GT(built, 4 * 12 * 300 * 2); // at least an event and its time for every note
+    if (kCountsBlocks)
+        EXPECT_GT(built, 4 * 12 * 300 * 2); // at least an event and its time for every note
     EXPECT_EQ(project->refCount(), 1);
 
     // Counts after the build: a list holds one reference, a channel two (project and track).
@@ -125,7 +138,8 @@ TEST(Lifetime, ReleasingTheRootDestroysEveryObjectOfALargeModel) {
     IPtr<CvChannel> kept(track->getChannel());
     project = nullptr;
     EXPECT_EQ(kept->refCount(), 1);
-    EXPECT_GT(gLiveBlocks.load(), before);
+    if (kCountsBlocks)
+        EXPECT_GT(gLiveBlocks.load(), before);
     kept = nullptr;
     EXPECT_EQ(gLiveBlocks.load(), before);
 }
