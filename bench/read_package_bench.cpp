@@ -8,12 +8,10 @@
 // medians and their ratio. Usage: corvelle_read_package_bench [ROUNDS] [MEDIA_MIB]
 // (defaults 7 and 200). Everything lives in a scratch folder below $TMPDIR (or /tmp) that is
 // removed at the end.
-#include "corvelle/package.h"
-#include "corvelle/ptr.h"
+#include "packagereading.h"
 #include "read_bench_document.h"
 #include "read_bench_support.h"
 
-#include <atomic>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -29,39 +27,6 @@ namespace fs = std::filesystem;
 
 constexpr int kMediaFiles = 50;
 constexpr double kGoal = 1.0;
-
-// Sends every file type to a folder of its own below one base folder.
-class FolderClient : public IMediaPackageManagerClient {
-public:
-    explicit FolderClient(const std::string& base) {
-        for (const char* name : {"/Preset", "/Audio", "/Midi", "/Video"}) {
-            const std::string path = base + name;
-            folders_.emplace_back(path.begin(), path.end());
-        }
-    }
-
-    tresult queryInterface(const FUID& iid, void** object) override {
-        if (!object)
-            return kInvalidArgument;
-        if (iid == FUnknown::iid || iid == IMediaPackageManagerClient::iid) {
-            addRef();
-            *object = static_cast<IMediaPackageManagerClient*>(this);
-            return kResultOk;
-        }
-        *object = nullptr;
-        return kNoInterface;
-    }
-    uint32 addRef() override { return ++count_; }
-    uint32 release() override { return --count_; }
-
-    const char16* getPathForFileType(int32 type) override {
-        return type >= 1 && type <= 4 ? folders_[std::size_t(type - 1)].c_str() : nullptr;
-    }
-
-private:
-    std::vector<std::u16string> folders_;
-    std::atomic<uint32> count_{1};
-};
 
 std::string quoted(const std::string& path) { return "'" + path + "'"; }
 
@@ -108,12 +73,8 @@ void countFiles(const std::string& folder, int& files, long& bytes) {
 Run readOnce(const std::string& package, const std::string& client) {
     emptyFolder(client);
     return runInChild([&]() {
-        const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
-        FolderClient folders(client);
-        const std::u16string path(package.begin(), package.end());
         const double start = now();
-        const auto read =
-            IPtr<IMediaProjectPackage>::adopt(manager->readPackage(path.c_str(), &folders));
+        const auto read = CorvelleTool::readPackage(package, client);
         const double seconds = secondsSince(start);
         return read && read->getProject() && read->getProject()->getTrackCount() > 0 ? seconds
                                                                                      : -1.0;
