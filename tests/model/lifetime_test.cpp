@@ -123,8 +123,9 @@ TEST(Lifetime, ReleasingTheRootDestroysEveryObjectOfALargeModel) {
     long before = gLiveBlocks.load();
     IPtr<CvProject> project = buildLargeProject();
     long built = gLiveBlocks.load() - before;
-    if (kCountsBlocks)
+    if (kCountsBlocks) {
         EXPECT_GT(built, 4 * 12 * 300 * 2); // at least an event and its time for every note
+    }
     EXPECT_EQ(project->refCount(), 1);
 
     // Counts after the build: a list holds one reference, a channel two (project and track).
@@ -138,8 +139,9 @@ TEST(Lifetime, ReleasingTheRootDestroysEveryObjectOfALargeModel) {
     IPtr<CvChannel> kept(track->getChannel());
     project = nullptr;
     EXPECT_EQ(kept->refCount(), 1);
-    if (kCountsBlocks)
+    if (kCountsBlocks) {
         EXPECT_GT(gLiveBlocks.load(), before);
+    }
     kept = nullptr;
     EXPECT_EQ(gLiveBlocks.load(), before);
 }
