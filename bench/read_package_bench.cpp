@@ -21,7 +21,6 @@
 
 namespace {
 
-using namespace Halvorn;
 using namespace ReadBench;
 namespace fs = std::filesystem;
 
