@@ -1,0 +1,129 @@
+// CvHostProjectExporter: the tempo, signature, marker and folder tracks.
+#include "hostexport/cvhostprojectexporter.h"
+
+#include <new>
+
+namespace Halvorn {
+
+using namespace Quor;
+using namespace CvHostUtilities;
+
+namespace {
+
+// The one clip of a tempo, signature or marker track, from 0 to its last event.
+IPtr<CvClip> makeListClip(CvTrack& track, uint32 eventType, const char8* name) {
+    auto clip = IPtr<CvClip>::adopt(new (std::nothrow) CvClip(eventType, String()));
+    if (!clip)
+        return {};
+    clip->setStart(0.0);
+    clip->setName(String(name));
+    track.addClip(clip.get());
+    return clip;
+}
+
+// Each child of track that answers for I and for Timeline, with its position against context;
+// gives the latest position.
+template <class I, class Timeline, class Visit>
+double visitObjects(FUnknown* track, IHostEditContext* context, Visit&& visit) {
+    double latest = 0.0;
+    for (I* object : collectChildren<I>(track)) {
+        auto timeline = ::Halvorn::queryInterface<Timeline>(object);
+        if (!timeline)
+            continue;
+        double position = timeline->getStart(context);
+        if (position > latest)
+            latest = position;
+        visit(*object, *timeline, position);
+    }
+    return latest;
+}
+
+} // namespace
+
+CvTrack* CvHostProjectExporter::exportTempoTrack(const CvExportContext& ctx) {
+    auto track = IPtr<CvTrack>::adopt(makeTrack(kContentTempo, ctx.context, ctx.track));
+    auto clip = track ? makeListClip(*track, kEventTempo, "Tempo") : IPtr<CvClip>();
+    if (!clip)
+        return nullptr;
+    // Without a track context the objects are read against none, as the host allows here.
+    auto trackContext = IPtr<IHostEditContext>::adopt(ctx.context->contextFor(ctx.track));
+    double latest = visitObjects<ITempoObject, IHostTimelineObject>(
+        ctx.track, trackContext.get(),
+        [&](ITempoObject& object, IHostTimelineObject&, double position) {
+            auto event = IPtr<CvTempoEvent>::adopt(new (std::nothrow) CvTempoEvent);
+            if (!event)
+                return;
+            event->setStart(position);
+            event->setTempo(double(object.getTempo()));
+            event->setColor(readColor(trackContext.get(), &object));
+            clip->addEvent(event.get());
+        });
+    clip->setDuration(latest);
+    return track.release();
+}
+
+CvTrack* CvHostProjectExporter::exportSignatureTrack(const CvExportContext& ctx) {
+    auto track = IPtr<CvTrack>::adopt(makeTrack(kContentSignature, ctx.context, ctx.track));
+    auto clip = track ? makeListClip(*track, kEventSignature, "Signature") : IPtr<CvClip>();
+    if (!clip)
+        return nullptr;
+    auto trackContext = IPtr<IHostEditContext>::adopt(ctx.context->contextFor(ctx.track));
+    double latest = visitObjects<ISignatureObject, IHostTimelineObject>(
+        ctx.track, trackContext.get(),
+        [&](ISignatureObject& object, IHostTimelineObject&, double position) {
+            auto event = IPtr<CvSignatureEvent>::adopt(new (std::nothrow) CvSignatureEvent);
+            if (!event)
+                return;
+            event->setStart(position);
+            event->setNumerator(uint16(object.getNumerator()));
+            event->setDenominator(uint16(object.getDenominator()));
+            event->setColor(readColor(trackContext.get(), &object));
+            clip->addEvent(event.get());
+        });
+    clip->setDuration(latest);
+    return track.release();
+}
+
+CvTrack* CvHostProjectExporter::exportMarkerTrack(const CvExportContext& ctx) {
+    auto trackContext = IPtr<IHostEditContext>::adopt(ctx.context->contextFor(ctx.track));
+    if (!trackContext)
+        return nullptr;
+    auto track = IPtr<CvTrack>::adopt(makeTrack(kContentMarkers, ctx.context, ctx.track));
+    auto clip = track ? makeListClip(*track, kEventMarker, "Marker") : IPtr<CvClip>();
+    if (!clip)
+        return nullptr;
+    double latest = visitObjects<IMarkerObject, IHostTimelineEvent>(
+        ctx.track, trackContext.get(),
+        [&](IMarkerObject&, IHostTimelineEvent& timeline, double position) {
+            auto event = IPtr<CvMarkerEvent>::adopt(new (std::nothrow) CvMarkerEvent);
+            if (!event)
+                return;
+            event->setStart(position);
+            event->setName(String(timeline.getName()));
+            clip->addEvent(event.get());
+        });
+    clip->setDuration(latest);
+    return track.release();
+}
+
+CvTrack* CvHostProjectExporter::exportFolderTrack(const CvExportContext& ctx) {
+    if (!IPtr<IHostEditContext>::adopt(ctx.context->contextFor(ctx.track)))
+        return nullptr;
+    auto track = IPtr<CvTrack>::adopt(makeTrack(kContentTracks, ctx.context, ctx.track));
+    auto timeline = ::Halvorn::queryInterface<IHostTimelineObject>(ctx.track);
+    if (!track || !timeline)
+        return track.release();
+    // Children go on against the project's top level, like every track.
+    auto children = IPtr<IHostIterator>::adopt(timeline->getChildren());
+    while (children && !children->isDone()) {
+        FUnknown* child = children->next();
+        if (!child)
+            continue;
+        auto sub = IPtr<CvTrack>::adopt(exportTrack({ctx.project, ctx.context, child}));
+        if (sub)
+            track->addTrack(sub.get());
+    }
+    return track.release();
+}
+
+} // namespace Halvorn
