@@ -305,7 +305,8 @@ void Loader::loadChannel(const json& entry, const std::string& where) {
         fail(at(where, "kind"), "unknown channel kind '" + kind + "'");
     auto channel = s_.ledger.make<Channel>(kind, id, &s_.mixer->maximumGain);
     channel->title = toUtf16(text(entry, "title", where, id));
-    channel->param("volume")->normalized = unit(entry, "volume", where, 0.0);
+    channel->param("volume")->normalized =
+        unit(entry, "volume", where, unityValue(s_.mixer->maximumGain));
     channel->param("mute")->normalized = flag(entry, "mute", where, false) ? 1.0 : 0.0;
     channel->param("solo")->normalized = flag(entry, "solo", where, false) ? 1.0 : 0.0;
     channel->panner()->param("panX")->normalized = unit(entry, "pan", where, 0.5);
