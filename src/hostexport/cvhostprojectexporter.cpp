@@ -73,17 +73,21 @@ void CvHostProjectExporter::registerContainer(CvParameterContainer* container,
         return;
     devicesById_.emplace(id.text8(), device.get());
     devicesByObject_.emplace(object, device.get());
+    if (const char16* title = object ? object->getTitle() : nullptr)
+        devicesByTitle_[key16(title)].push_back(device.get());
     devices_.add(std::move(device));
+}
+
+const std::vector<CvHostProjectExporter::CvProjectDevice*>*
+CvHostProjectExporter::devicesTitled(const String& title) const {
+    auto found = devicesByTitle_.find(key16(title.text16()));
+    return found == devicesByTitle_.end() ? nullptr : &found->second;
 }
 
 CvHostProjectExporter::CvProjectDevice*
 CvHostProjectExporter::findDeviceByTitle(const String& title) const {
-    for (const auto& device : devices_) {
-        const char16* deviceTitle = device->object ? device->object->getTitle() : nullptr;
-        if (deviceTitle && title == String(deviceTitle))
-            return device.get();
-    }
-    return nullptr;
+    const auto* titled = devicesTitled(title);
+    return titled ? titled->front() : nullptr;
 }
 
 String CvHostProjectExporter::findDestination(IHostParameterOwner* object) {
@@ -91,14 +95,14 @@ String CvHostProjectExporter::findDestination(IHostParameterOwner* object) {
     String title = parameterText(bus.get(), IHostUrl::kPathSize);
     if (title.isEmpty())
         return {};
-    for (const auto& device : devices_) {
-        const char16* deviceTitle = device->object ? device->object->getTitle() : nullptr;
-        if (!deviceTitle || title != String(deviceTitle))
-            continue;
-        auto routing = ::Halvorn::queryInterface<IHostOutputRouting>(object);
-        if (routing && routing->canRouteTo(device->object))
+    const auto* titled = devicesTitled(title);
+    auto routing = ::Halvorn::queryInterface<IHostOutputRouting>(object);
+    if (!titled || !routing)
+        return {};
+    // Two channels of one title are told apart by the host's routing only.
+    for (CvProjectDevice* device : *titled)
+        if (routing->canRouteTo(device->object))
             return device->id;
-    }
     return {};
 }
 

@@ -9,6 +9,7 @@
 
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace Halvorn {
 
@@ -102,6 +103,7 @@ private:
     // A fader or send level as linear gain, added to container; nothing without a gain scale.
     void addGainParameter(Quor::IHostParameter* volume, CvParameterContainer& container);
     CvProjectDevice* findDeviceByTitle(const String& title) const;
+    const std::vector<CvProjectDevice*>* devicesTitled(const String& title) const;
 
     TArray<IPtr<CvProjectDevice>> devices_{-1};
     TArray<IPtr<CvParameterContainer>> containers_{-1};
@@ -110,6 +112,9 @@ private:
     std::unordered_map<std::string, CvProjectDevice*> devicesById_;
     std::unordered_map<Quor::IHostParameterOwner*, CvProjectDevice*> devicesByObject_;
     std::unordered_map<std::u16string, CvParameterContainer*> containersById_;
+    // The registered host objects by their title, each list in registry order: destinations
+    // are found by title, and the host's titles don't change during a run.
+    std::unordered_map<std::u16string, std::vector<CvProjectDevice*>> devicesByTitle_;
     IPtr<Quor::IHostContext> host_;
     IPtr<Quor::IHostProject> project_;
     IPtr<IMediaPackageManagerClient> client_;
