@@ -34,13 +34,15 @@ double secondsSince(std::chrono::steady_clock::time_point start) {
 }
 
 json session(int tracks, int notesPerTrack, int pointsPerLane) {
-    json channels = json::array({{{"id", "main"}, {"kind", "OutputChannel"}, {"title", "Main"}},
-                                 {{"id", "fx"}, {"kind", "FxChannel"}, {"title", "FX"}, {"output", "main"}}});
+    json channels =
+        json::array({{{"id", "main"}, {"kind", "OutputChannel"}, {"title", "Main"}},
+                     {{"id", "fx"}, {"kind", "FxChannel"}, {"title", "FX"}, {"output", "main"}}});
     json trackList = json::array();
     json plugin = {{"class", kInsertClass}, {"values", {{"0", 0.5}}}};
     json notes = json::array();
     for (int n = 0; n < notesPerTrack; ++n)
-        notes.push_back({{"start", n * 0.25}, {"length", 0.2}, {"pitch", 36 + n % 48}, {"velocity", 100}});
+        notes.push_back(
+            {{"start", n * 0.25}, {"length", 0.2}, {"pitch", 36 + n % 48}, {"velocity", 100}});
     json lanes = json::array();
     for (const char* parameter : {"volume", "panX"}) {
         json points = json::array();
@@ -53,23 +55,29 @@ json session(int tracks, int notesPerTrack, int pointsPerLane) {
     for (int t = 0; t < tracks; ++t) {
         std::string id = "t" + std::to_string(t);
         std::string name = "Track " + std::to_string(t);
-        channels.push_back({{"id", id + "-ch"},
-                            {"kind", "InstrumentChannel"},
-                            {"title", name},
-                            {"output", "main"},
-                            {"inserts", {{{"slot", 1}, {"plugin", plugin}}, {{"slot", 2}, {"plugin", plugin}}}},
-                            {"sends", {{{"to", "fx"}, {"volume", 0.5}}}}});
+        channels.push_back(
+            {{"id", id + "-ch"},
+             {"kind", "InstrumentChannel"},
+             {"title", name},
+             {"output", "main"},
+             {"inserts", {{{"slot", 1}, {"plugin", plugin}}, {{"slot", 2}, {"plugin", plugin}}}},
+             {"sends", {{{"to", "fx"}, {"volume", 0.5}}}}});
         trackList.push_back({{"id", id},
                              {"type", "instrument"},
                              {"name", name},
                              {"channel", id + "-ch"},
-                             {"items", {{{"kind", "midiPart"}, {"start", 0.0},
-                                         {"length", notesPerTrack * 0.25}, {"notes", notes}}}},
+                             {"items",
+                              {{{"kind", "midiPart"},
+                                {"start", 0.0},
+                                {"length", notesPerTrack * 0.25},
+                                {"notes", notes}}}},
                              {"automation", lanes}});
     }
     return {{"application", {{"name", "Bench"}, {"version", "1"}}},
-            {"plugins", {{{"cid", kInsertClass}, {"name", "Quor Compressor"},
-                          {"parameters", {{{"id", 0}, {"title", "Threshold"}}}}}}},
+            {"plugins",
+             {{{"cid", kInsertClass},
+               {"name", "Quor Compressor"},
+               {"parameters", {{{"id", 0}, {"title", "Threshold"}}}}}}},
             {"mixer", {{"channels", channels}}},
             {"project", {{"tracks", trackList}}}};
 }
@@ -81,7 +89,8 @@ struct Figures {
 
 Figures run(const fs::path& scratch, int scale) {
     std::string error;
-    auto station = RefHost::Workstation::fromJson(session(200 * scale, 500, 50), scratch.string(), error);
+    auto station =
+        RefHost::Workstation::fromJson(session(200 * scale, 500, 50), scratch.string(), error);
     if (!station) {
         std::fprintf(stderr, "export_bench: %s\n", error.c_str());
         std::exit(1);
@@ -92,8 +101,8 @@ Figures run(const fs::path& scratch, int scale) {
     {
         auto client = IPtr<CvPackageManagerClient>::adopt(new CvPackageManagerClient);
         client->setPathForFileType(1, String((work / "Preset").string().c_str()));
-        auto exporter =
-            IPtr<CvHostProjectExporter>::adopt(new CvHostProjectExporter(station->context(), client.get()));
+        auto exporter = IPtr<CvHostProjectExporter>::adopt(
+            new CvHostProjectExporter(station->context(), client.get()));
         auto start = std::chrono::steady_clock::now();
         auto project = IPtr<IMediaProject>::adopt(exporter->run());
         figures.walk = secondsSince(start);
@@ -124,7 +133,8 @@ int main() {
     fs::remove_all(scratch);
     std::printf("once  (200 tracks, 100000 notes, 20000 points): walk %.3f s, writePackage %.3f s, "
                 "walk/write %.2f (goal <= 0.5), export/write %.2f (goal <= 1.5)\n",
-                once.walk, once.write, once.walk / once.write, (once.walk + once.write) / once.write);
+                once.walk, once.write, once.walk / once.write,
+                (once.walk + once.write) / once.write);
     std::printf("twice (400 tracks, 200000 notes, 40000 points): walk %.3f s, writePackage %.3f s, "
                 "walk/write %.2f\n",
                 twice.walk, twice.write, twice.walk / twice.write);

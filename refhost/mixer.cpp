@@ -43,8 +43,9 @@ std::u16string Parameter::text() const {
     char buffer[64];
     double plain = minimum + normalized * (maximum - minimum);
     if (kind == Kind::Volume && maximumGain)
-        std::snprintf(buffer, sizeof buffer, "%.2f dB",
-                      gainToDecibel(faderGain(normalized, curveForMaximumGain(*maximumGain), *maximumGain)));
+        std::snprintf(
+            buffer, sizeof buffer, "%.2f dB",
+            gainToDecibel(faderGain(normalized, curveForMaximumGain(*maximumGain), *maximumGain)));
     else
         std::snprintf(buffer, sizeof buffer, "%g", plain);
     return toUtf16(buffer);

@@ -1,9 +1,9 @@
 // The plug-in catalogue, plug-in objects, their controllers and state, and preset lists.
 #include "plugins.h"
 
-#include <cmath>
 #include "text.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>

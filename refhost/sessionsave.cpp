@@ -210,7 +210,8 @@ json pluginsJson(const Catalogue& catalogue) {
     for (auto& type : catalogue.classes()) {
         json parameters = json::array();
         for (auto& info : type.parameters) {
-            json row = {{"id", info.id}, {"title", toUtf8(info.title)}, {"default", info.defaultValue}};
+            json row = {
+                {"id", info.id}, {"title", toUtf8(info.title)}, {"default", info.defaultValue}};
             if (!info.unit.empty())
                 row["unit"] = info.unit;
             if (info.minimum != 0.0 || info.maximum != 1.0) {

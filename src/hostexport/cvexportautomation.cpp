@@ -70,7 +70,8 @@ void CvHostProjectExporter::exportTrackChannel(IHostEditContext* context,
 
 void CvHostProjectExporter::exportAutomatedParameters(CvDevice* device, IHostParameterOwner* plugin,
                                                       IHostObjectType* hostTrack) {
-    if (!device || !plugin || !hostTrack || !::Halvorn::queryInterface<IHostTrackChannel>(hostTrack))
+    if (!device || !plugin || !hostTrack ||
+        !::Halvorn::queryInterface<IHostTrackChannel>(hostTrack))
         return;
     std::vector<uint32> tags;
     auto lanes = lanesOf(hostTrack);
@@ -112,20 +113,21 @@ void CvHostProjectExporter::exportAutomation(IHostEditContext* context, CvTrack*
         if (!binding || !owner)
             continue;
         CvProjectDevice* ownerEntry = findDevice(owner);
-        CvParameterContainer* container = ownerEntry ? findContainer(ownerEntry->id.text16()) : nullptr;
+        CvParameterContainer* container =
+            ownerEntry ? findContainer(ownerEntry->id.text16()) : nullptr;
         if (!container)
             container = fallback;
         if (!container)
             continue;
-        auto* parameter = static_cast<CvParameter*>(container->findParameterByNumber(binding->getTag()));
+        auto* parameter =
+            static_cast<CvParameter*>(container->findParameterByNumber(binding->getTag()));
         if (!parameter)
             continue;
         // Faders of channels and sends are automated in linear gain, like their parameter.
-        bool isFader =
-            static_cast<const CvNode*>(parameter)->getName() == String(kParamVolume) &&
-            !container->isTypeOf(CvDevice::kClassName);
-        auto automation =
-            IPtr<CvAutomation>::adopt(new (std::nothrow) CvAutomation(parameter->getUnit(), newId()));
+        bool isFader = static_cast<const CvNode*>(parameter)->getName() == String(kParamVolume) &&
+                       !container->isTypeOf(CvDevice::kClassName);
+        auto automation = IPtr<CvAutomation>::adopt(
+            new (std::nothrow) CvAutomation(parameter->getUnit(), newId()));
         if (!automation)
             continue;
         automation->setTarget(static_cast<const CvNode*>(parameter)->getId());

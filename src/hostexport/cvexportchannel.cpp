@@ -19,9 +19,9 @@ uint32 audioChannelsOf(uint64 mask) {
     static const struct {
         uint64 mask;
         uint32 channels;
-    } kLayouts[] = {{0x80000, 1},  {0x3, 2},      {0x7, 3},      {0x107, 4},      {0x37, 5},
-                    {0x3F, 6},     {0x13F, 7},    {0xFF, 8},     {0x1FF, 9},      {0x2D03F, 10},
-                    {0x2D83F, 11}, {0x2D63F, 12}, {0x2FE37, 13}, {0x2FE3F, 14},   {0x7303FFF7, 22}};
+    } kLayouts[] = {{0x80000, 1},  {0x3, 2},      {0x7, 3},      {0x107, 4},    {0x37, 5},
+                    {0x3F, 6},     {0x13F, 7},    {0xFF, 8},     {0x1FF, 9},    {0x2D03F, 10},
+                    {0x2D83F, 11}, {0x2D63F, 12}, {0x2FE37, 13}, {0x2FE3F, 14}, {0x7303FFF7, 22}};
     for (const auto& layout : kLayouts)
         if (layout.mask == mask)
             return layout.channels;
@@ -107,8 +107,8 @@ void CvHostProjectExporter::exportChannelParameters(IHostParameterOwner* object,
             channel.addParameter(parameter.get());
     }
     if (auto pan = findParameter(findChild(object, String("Panner")), "panX")) {
-        if (auto parameter =
-                makeHostParameter(kUnitNormalized, newId(), *pan, kParamPan, pan->getNormalized(), 0))
+        if (auto parameter = makeHostParameter(kUnitNormalized, newId(), *pan, kParamPan,
+                                               pan->getNormalized(), 0))
             channel.addParameter(parameter.get());
     }
     if (auto volume = findParameter(object, "volume"))
@@ -137,7 +137,8 @@ void CvHostProjectExporter::exportSend(IHostParameterOwner* slot, CvChannel& cha
     if (auto on = findParameter(slot, "on")) {
         double value = on->getIntValue();
         send->setEnabled(value > 0.0);
-        if (auto parameter = makeHostParameter(kUnitNormalized, newId(), *on, kParamEnable, value, 2))
+        if (auto parameter =
+                makeHostParameter(kUnitNormalized, newId(), *on, kParamEnable, value, 2))
             send->addParameter(parameter.get());
     }
 }

@@ -17,8 +17,9 @@ constexpr int32 kDeviceNameSize = 256;
 constexpr int32 kPresetFileType = 1;
 } // namespace
 
-CvDevice* CvHostProjectExporter::exportDevice(IHostParameterOwner* slot, IHostParameterOwner* plugin,
-                                              uint32 type, uint32 role) {
+CvDevice* CvHostProjectExporter::exportDevice(IHostParameterOwner* slot,
+                                              IHostParameterOwner* plugin, uint32 type,
+                                              uint32 role) {
     if (!slot || !plugin)
         return nullptr;
     auto effectType = findParameter(slot, "effectType");

@@ -90,8 +90,10 @@ uint32 bandTypeOf(const String& text) {
     static const struct {
         const char8* marker;
         uint32 type;
-    } kTypes[] = {{"Parametric", kBandBell},    {"High Shelf", kBandHighShelf},
-                  {"High Pass", kBandHighPass}, {"Low Shelf", kBandLowShelf},
+    } kTypes[] = {{"Parametric", kBandBell},
+                  {"High Shelf", kBandHighShelf},
+                  {"High Pass", kBandHighPass},
+                  {"Low Shelf", kBandLowShelf},
                   {"Low Pass", kBandLowPass}};
     for (const auto& type : kTypes)
         if (text.findFirst(String(type.marker)) >= 0)
@@ -151,8 +153,8 @@ CvParameter* CvHostProjectExporter::exportPluginParameter(const String& id,
     return parameter.release();
 }
 
-CvDevice* CvHostProjectExporter::exportModule(IHostParameterOwner* slot, IHostParameterOwner* module,
-                                              uint32 type) {
+CvDevice* CvHostProjectExporter::exportModule(IHostParameterOwner* slot,
+                                              IHostParameterOwner* module, uint32 type) {
     auto device = IPtr<CvDevice>::adopt(exportDevice(slot, module, type, kRoleAudioFX));
     if (!device)
         return nullptr;
@@ -199,8 +201,8 @@ void CvHostProjectExporter::addAutoMakeUp(CvDevice& device, IHostParameterOwner*
     auto makeUp = findParameter(module, "Comp:AutoMakeUp");
     if (!makeUp)
         return;
-    if (auto parameter = makeHostParameter(kUnitNormalized, id, *makeUp,
-                                           kParamCompressorAutoMakeup, makeUp->getValue(), 2))
+    if (auto parameter = makeHostParameter(kUnitNormalized, id, *makeUp, kParamCompressorAutoMakeup,
+                                           makeUp->getValue(), 2))
         device.addParameter(parameter.get());
 }
 
@@ -210,11 +212,13 @@ void CvHostProjectExporter::addBands(CvEqualizer& equalizer, IHostParameterOwner
         QuorParameterInfo info{};
         uint32 type = kBandUnknown;
         if (controller && findInfo(*controller, bandTitle("EQ %d Type", band), info))
-            type = bandTypeOf(displayText(*controller, info.id, controller->getNormalized(info.id)));
+            type =
+                bandTypeOf(displayText(*controller, info.id, controller->getNormalized(info.id)));
         // Bands of a type the format can't name leave no trace, not even an id.
         if (type == kBandUnknown)
             continue;
-        auto made = IPtr<CvEqualizerBand>::adopt(new (std::nothrow) CvEqualizerBand(type, uint32(band), newId()));
+        auto made = IPtr<CvEqualizerBand>::adopt(new (std::nothrow)
+                                                     CvEqualizerBand(type, uint32(band), newId()));
         if (!made)
             continue;
         equalizer.addBand(made.get());

@@ -28,8 +28,8 @@ bool readNumber(const String& text, double& value) {
     for (size_t at = 0; at < plain.size(); ++at) {
         char c = plain[at];
         bool digit = c >= '0' && c <= '9';
-        bool signedDigit = (c == '-' || c == '+') && at + 1 < plain.size() && plain[at + 1] >= '0' &&
-                           plain[at + 1] <= '9';
+        bool signedDigit = (c == '-' || c == '+') && at + 1 < plain.size() &&
+                           plain[at + 1] >= '0' && plain[at + 1] <= '9';
         if (!digit && !signedDigit)
             continue;
         std::string number(1, c);

@@ -40,21 +40,23 @@ double visitObjects(FUnknown* track, IHostEditContext* context, Visit&& visit) {
 
 } // namespace
 
-CvTrack* CvHostProjectExporter::exportTempoTrack(const CvExportContext& ctx) {
-    auto track = IPtr<CvTrack>::adopt(makeTrack(kContentTempo, ctx.context, ctx.track));
-    auto clip = track ? makeListClip(*track, kEventTempo, "Tempo") : IPtr<CvClip>();
+// Tempo and signature tracks: one clip of their objects, read against the track context, or
+// against none when the host gives no context, as the host allows for these two.
+template <class I, class MakeEvent>
+CvTrack* CvHostProjectExporter::exportListTrack(const CvExportContext& ctx, uint32 contentType,
+                                                uint32 eventType, const char8* name,
+                                                MakeEvent&& makeEvent) {
+    auto track = IPtr<CvTrack>::adopt(makeTrack(contentType, ctx.context, ctx.track));
+    auto clip = track ? makeListClip(*track, eventType, name) : IPtr<CvClip>();
     if (!clip)
         return nullptr;
-    // Without a track context the objects are read against none, as the host allows here.
     auto trackContext = IPtr<IHostEditContext>::adopt(ctx.context->contextFor(ctx.track));
-    double latest = visitObjects<ITempoObject, IHostTimelineObject>(
-        ctx.track, trackContext.get(),
-        [&](ITempoObject& object, IHostTimelineObject&, double position) {
-            auto event = IPtr<CvTempoEvent>::adopt(new (std::nothrow) CvTempoEvent);
+    double latest = visitObjects<I, IHostTimelineObject>(
+        ctx.track, trackContext.get(), [&](I& object, IHostTimelineObject&, double position) {
+            IPtr<CvEvent> event = makeEvent(object);
             if (!event)
                 return;
             event->setStart(position);
-            event->setTempo(double(object.getTempo()));
             event->setColor(readColor(trackContext.get(), &object));
             clip->addEvent(event.get());
         });
@@ -62,26 +64,26 @@ CvTrack* CvHostProjectExporter::exportTempoTrack(const CvExportContext& ctx) {
     return track.release();
 }
 
-CvTrack* CvHostProjectExporter::exportSignatureTrack(const CvExportContext& ctx) {
-    auto track = IPtr<CvTrack>::adopt(makeTrack(kContentSignature, ctx.context, ctx.track));
-    auto clip = track ? makeListClip(*track, kEventSignature, "Signature") : IPtr<CvClip>();
-    if (!clip)
-        return nullptr;
-    auto trackContext = IPtr<IHostEditContext>::adopt(ctx.context->contextFor(ctx.track));
-    double latest = visitObjects<ISignatureObject, IHostTimelineObject>(
-        ctx.track, trackContext.get(),
-        [&](ISignatureObject& object, IHostTimelineObject&, double position) {
-            auto event = IPtr<CvSignatureEvent>::adopt(new (std::nothrow) CvSignatureEvent);
-            if (!event)
-                return;
-            event->setStart(position);
-            event->setNumerator(uint16(object.getNumerator()));
-            event->setDenominator(uint16(object.getDenominator()));
-            event->setColor(readColor(trackContext.get(), &object));
-            clip->addEvent(event.get());
+CvTrack* CvHostProjectExporter::exportTempoTrack(const CvExportContext& ctx) {
+    return exportListTrack<ITempoObject>(
+        ctx, kContentTempo, kEventTempo, "Tempo", [](ITempoObject& object) {
+            auto event = IPtr<CvTempoEvent>::adopt(new (std::nothrow) CvTempoEvent);
+            if (event)
+                event->setTempo(double(object.getTempo()));
+            return IPtr<CvEvent>(event.get());
         });
-    clip->setDuration(latest);
-    return track.release();
+}
+
+CvTrack* CvHostProjectExporter::exportSignatureTrack(const CvExportContext& ctx) {
+    return exportListTrack<ISignatureObject>(
+        ctx, kContentSignature, kEventSignature, "Signature", [](ISignatureObject& object) {
+            auto event = IPtr<CvSignatureEvent>::adopt(new (std::nothrow) CvSignatureEvent);
+            if (event) {
+                event->setNumerator(uint16(object.getNumerator()));
+                event->setDenominator(uint16(object.getDenominator()));
+            }
+            return IPtr<CvEvent>(event.get());
+        });
 }
 
 CvTrack* CvHostProjectExporter::exportMarkerTrack(const CvExportContext& ctx) {

@@ -22,9 +22,7 @@ IPtr<IHostEditContext> contextFor(IHostEditContext* context, FUnknown* object) {
 
 // Sample rate and frame count give the length in seconds in single precision, as the host's
 // own clips measure it.
-double lengthOf(int64 frames, float sampleRate) {
-    return double(float(frames) / sampleRate);
-}
+double lengthOf(int64 frames, float sampleRate) { return double(float(frames) / sampleRate); }
 
 } // namespace
 
@@ -51,7 +49,8 @@ CvTrack* CvHostProjectExporter::exportTrack(const CvExportContext& ctx) {
 
 CvTrack* CvHostProjectExporter::makeTrack(uint32 contentType, IHostEditContext* context,
                                           FUnknown* object) {
-    if (::Halvorn::queryInterface<IHostObjectType>(object) && (!tools_ || !tools_->isTrackLoaded(object)))
+    if (::Halvorn::queryInterface<IHostObjectType>(object) &&
+        (!tools_ || !tools_->isTrackLoaded(object)))
         return nullptr;
     auto track = IPtr<CvTrack>::adopt(new (std::nothrow) CvTrack(contentType, newId()));
     if (!track)
@@ -195,7 +194,8 @@ void CvHostProjectExporter::addMidiClip(CvTrack& track, IHostEditContext* trackC
         if (!note)
             continue;
         // Notes lie in the clip's content: from the clip's start, shifted by its offset.
-        note->setStart(noteTime->getStart(partContext.get()) - time->getStart() + time->getOffset());
+        note->setStart(noteTime->getStart(partContext.get()) - time->getStart() +
+                       time->getOffset());
         note->setDuration(noteTime->getLength(partContext.get()));
         clip->addEvent(note.get());
     }

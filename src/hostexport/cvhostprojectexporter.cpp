@@ -37,7 +37,8 @@ CvHostProjectExporter::CvHostProjectExporter(IHostContext* host, IMediaPackageMa
     : host_(host), client_(client) {
     if (auto manager = hostService<IHostProjectManager>(host))
         project_ = manager->getActiveProject();
-    translator_ = IPtr<CvHostVolumeTranslator>::adopt(new (std::nothrow) CvHostVolumeTranslator(host));
+    translator_ =
+        IPtr<CvHostVolumeTranslator>::adopt(new (std::nothrow) CvHostVolumeTranslator(host));
     tools_ = hostService<IHostProjectTools>(host);
 }
 
@@ -181,7 +182,8 @@ void CvHostProjectExporter::exportMixer(CvProject& model) {
         if (!channel)
             continue;
         model.addChannel(channel.get());
-        exported.push_back({channel, findDevice(static_cast<const CvNode*>(channel.get())->getId())});
+        exported.push_back(
+            {channel, findDevice(static_cast<const CvNode*>(channel.get())->getId())});
     }
     // Second pass: a channel may feed one that stood later in the mixer, which the first pass
     // hadn't registered yet.

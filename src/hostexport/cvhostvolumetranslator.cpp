@@ -11,8 +11,8 @@ using namespace CvHostUtilities;
 CvHostVolumeTranslator::CvHostVolumeTranslator(IHostContext* host) {
     curves_ = hostService<IHostVolumeCurve>(host).release();
     auto registry = hostService<IHostObjectRegistry>(host);
-    auto settings =
-        ::Halvorn::queryInterface<IHostMixerSettings>(registry ? registry->findObject("QUOR Mixer", 0) : nullptr);
+    auto settings = ::Halvorn::queryInterface<IHostMixerSettings>(
+        registry ? registry->findObject("QUOR Mixer", 0) : nullptr);
     double maximum = 1.0;
     if (!settings || settings->getMaximumGain(&maximum) != kResultOk)
         return;

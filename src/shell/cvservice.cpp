@@ -86,8 +86,8 @@ tresult CvService::exportProject(FUnknown*, FUnknown* target) {
     String startFolder = settings.get("lastExportPath");
     if (startFolder.isEmpty())
         startFolder = getDocumentsFolder();
-    String path = showSaveDialog(host_, String("Save Corvelle File"), corvelleFileType(),
-                                 startFolder);
+    String path =
+        showSaveDialog(host_, String("Save Corvelle File"), corvelleFileType(), startFolder);
     if (path.isEmpty())
         return kResultFalse;
     String folder = folderOf(path);
@@ -104,7 +104,8 @@ tresult CvService::exportProject(FUnknown*, FUnknown* target) {
 
     tresult result = kResultFalse;
     {
-        auto client = IPtr<CvPackageManagerClient>::adopt(new (std::nothrow) CvPackageManagerClient);
+        auto client =
+            IPtr<CvPackageManagerClient>::adopt(new (std::nothrow) CvPackageManagerClient);
         if (client) {
             registerWorkFolders(*client, workFolder.getPath());
             CvHostProgressDialog progress(host_, String("Export Corvelle"));
@@ -112,8 +113,7 @@ tresult CvService::exportProject(FUnknown*, FUnknown* target) {
             progress.setText(String("Reading the project"));
             auto exporter = IPtr<CvHostProjectExporter>::adopt(
                 new (std::nothrow) CvHostProjectExporter(host_, client.get()));
-            auto project =
-                IPtr<IMediaProject>::adopt(exporter ? exporter->run() : nullptr);
+            auto project = IPtr<IMediaProject>::adopt(exporter ? exporter->run() : nullptr);
             if (project) {
                 progress.setText(String("Writing the package"));
                 auto package = IPtr<CvPackage>::adopt(new (std::nothrow) CvPackage(project.get()));

@@ -12,7 +12,8 @@ using AutomationExportTest = ExportTest;
 namespace {
 nlohmann::json lane(const std::string& path, const std::string& parameter,
                     std::vector<std::pair<double, double>> points) {
-    nlohmann::json made = {{"path", path}, {"parameter", parameter}, {"points", nlohmann::json::array()}};
+    nlohmann::json made = {
+        {"path", path}, {"parameter", parameter}, {"points", nlohmann::json::array()}};
     for (auto [start, value] : points)
         made["points"].push_back({{"start", start}, {"value", value}});
     return made;

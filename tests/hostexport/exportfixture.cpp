@@ -19,26 +19,23 @@ std::string idOf(FUnknown* object) {
     return node ? text(node->getId()) : std::string();
 }
 
-IMediaTrack* findTrackIn(IMediaTrack* folder, const std::string& name) {
-    for (uint32 index = 0; folder && index < folder->getTrackCount(); ++index) {
-        IMediaTrack* track = folder->getTrack(index);
+namespace {
+// Depth first through a project's or a folder's tracks.
+template <class Container>
+IMediaTrack* searchTracks(Container* container, const std::string& name) {
+    for (uint32 index = 0; container && index < container->getTrackCount(); ++index) {
+        IMediaTrack* track = container->getTrack(index);
         if (nameOf(track) == name)
             return track;
-        if (IMediaTrack* inner = findTrackIn(track, name))
+        if (IMediaTrack* inner = searchTracks(track, name))
             return inner;
     }
     return nullptr;
 }
+} // namespace
 
 IMediaTrack* findTrack(IMediaProject* project, const std::string& name) {
-    for (uint32 index = 0; project && index < project->getTrackCount(); ++index) {
-        IMediaTrack* track = project->getTrack(index);
-        if (nameOf(track) == name)
-            return track;
-        if (IMediaTrack* inner = findTrackIn(track, name))
-            return inner;
-    }
-    return nullptr;
+    return searchTracks(project, name);
 }
 
 IMediaChannel* findChannel(IMediaProject* project, const std::string& name) {
@@ -51,7 +48,8 @@ IMediaChannel* findChannel(IMediaProject* project, const std::string& name) {
 IPtr<IMediaProject> ExportTest::exportModel() {
     auto client = IPtr<CvPackageManagerClient>::adopt(new CvPackageManagerClient);
     client->setPathForFileType(1, String(presetFolder().c_str()));
-    auto exporter = IPtr<CvHostProjectExporter>::adopt(new CvHostProjectExporter(host(), client.get()));
+    auto exporter =
+        IPtr<CvHostProjectExporter>::adopt(new CvHostProjectExporter(host(), client.get()));
     return IPtr<IMediaProject>::adopt(exporter->run());
 }
 

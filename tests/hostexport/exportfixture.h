@@ -17,7 +17,6 @@ std::string nameOf(FUnknown* object);
 std::string idOf(FUnknown* object);
 // The first track with this name, searched depth first through folders; borrowed.
 IMediaTrack* findTrack(IMediaProject* project, const std::string& name);
-IMediaTrack* findTrackIn(IMediaTrack* folder, const std::string& name);
 // The project channel with this name; borrowed.
 IMediaChannel* findChannel(IMediaProject* project, const std::string& name);
 

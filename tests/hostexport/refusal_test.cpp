@@ -88,26 +88,32 @@ const Link kLinks[] = {
          EXPECT_TRUE(TestSupport::exists(path));
          EXPECT_EQ(TestSupport::readFile(path), "");
      }},
-    {"audio file", IHostAudioFile::iid, [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Drums"), 0u); }},
+    {"audio file", IHostAudioFile::iid,
+     [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Drums"), 0u); }},
     {"audio file info", IHostAudioFileInfo::iid,
      [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Drums"), 0u); }},
     {"url", IHostUrl::iid, [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Drums"), 0u); }},
-    {"video clip", IHostVideoClip::iid, [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Film"), 0u); }},
+    {"video clip", IHostVideoClip::iid,
+     [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Film"), 0u); }},
     {"track channel", IHostTrackChannel::iid,
      [](IMediaProject* m) { EXPECT_FALSE(drumsChannel(m)); }},
     {"automation lane", IHostAutomationLane::iid,
      [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Drums")->getAutomationCount(), 0u); }},
     {"automation point", IHostAutomationPoint::iid,
      [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Drums")->getAutomationCount(), 0u); }},
-    {"object type", IHostObjectType::iid, [](IMediaProject* m) { EXPECT_EQ(m->getTrackCount(), 0u); }},
+    {"object type", IHostObjectType::iid,
+     [](IMediaProject* m) { EXPECT_EQ(m->getTrackCount(), 0u); }},
     {"timeline event", IHostTimelineEvent::iid,
      [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Drums")->getClipCount(), 0u); }},
     {"audio event", IAudioEvent::iid,
      [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Drums")->getClipCount(), 0u); }},
-    {"MIDI part", IMidiPart::iid, [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Keys")->getClipCount(), 0u); }},
+    {"MIDI part", IMidiPart::iid,
+     [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Keys")->getClipCount(), 0u); }},
     {"MIDI event", IMidiEvent::iid, [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Keys"), 0u); }},
-    {"video event", IVideoEvent::iid, [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Film")->getClipCount(), 0u); }},
-    {"tempo object", ITempoObject::iid, [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Tempo"), 0u); }},
+    {"video event", IVideoEvent::iid,
+     [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Film")->getClipCount(), 0u); }},
+    {"tempo object", ITempoObject::iid,
+     [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Tempo"), 0u); }},
     {"signature object", ISignatureObject::iid,
      [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Signature"), 0u); }},
 };
@@ -145,7 +151,8 @@ TEST_F(RefusalTest, TheCommandWithoutDialogsSettingsOrProgress) {
             auto service = IPtr<CvService>::adopt(
                 static_cast<CvService*>(static_cast<Quor::IPluginBase*>(createService(nullptr))));
             ASSERT_EQ(service->initialize(host()), kResultOk);
-            EXPECT_EQ(service->exportProject(nullptr, station->project->itemFace()), missing.result);
+            EXPECT_EQ(service->exportProject(nullptr, station->project->itemFace()),
+                      missing.result);
         }
         EXPECT_EQ(TestSupport::exists(target), missing.result == kResultOk);
         EXPECT_FALSE(TestSupport::exists(folder->path() + "/corvfiletmp"));

@@ -23,8 +23,8 @@ protected:
     }
     // A new service on the present workstation, as a host makes one.
     void start() {
-        filter = IPtr<CvService>::adopt(static_cast<CvService*>(
-            static_cast<Quor::IPluginBase*>(createService(nullptr))));
+        filter = IPtr<CvService>::adopt(
+            static_cast<CvService*>(static_cast<Quor::IPluginBase*>(createService(nullptr))));
         ASSERT_EQ(filter->initialize(host()), kResultOk);
     }
     void TearDown() override {
@@ -118,14 +118,14 @@ TEST_F(ServiceTest, CancelAndBadTargetsLeaveNothingBehind) {
     // A stale work folder belongs to someone else: it stays as it was.
     TestSupport::writeFile(out("corvfiletmp/keep.txt"), "mine");
     ASSERT_EQ(exportTo(out("y.corvelle")), kResultOk);
-    EXPECT_EQ(listTree(out()), (std::vector<std::string>{"corvfiletmp/", "corvfiletmp/keep.txt",
-                                                          "y.corvelle"}));
+    EXPECT_EQ(listTree(out()),
+              (std::vector<std::string>{"corvfiletmp/", "corvfiletmp/keep.txt", "y.corvelle"}));
 
     // A target the writer can't take (a folder stands there) fails and leaves it alone.
     ASSERT_EQ(::mkdir(out("z.corvelle").c_str(), 0700), 0);
     EXPECT_EQ(exportTo(out("z.corvelle")), kResultFalse);
     EXPECT_EQ(listTree(out()), (std::vector<std::string>{"corvfiletmp/", "corvfiletmp/keep.txt",
-                                                          "y.corvelle", "z.corvelle/"}));
+                                                         "y.corvelle", "z.corvelle/"}));
 }
 
 TEST_F(ServiceTest, HostNamesStayTextAndNeverBecomeFiles) {

@@ -18,8 +18,13 @@ TEST_F(TrackExportTest, AudioClipsFadesFileFactsAndWarps) {
     edit([](nlohmann::json& session) {
         auto& items = entry(session["project"]["tracks"], "drums")["items"];
         items[0]["fadeIn"] = 0.000001;
-        items.push_back({{"kind", "audio"}, {"name", "Slow"}, {"start", 8.0}, {"length", 1.5},
-                         {"offset", 0.5}, {"media", "loop"}, {"stretch", 2.0}});
+        items.push_back({{"kind", "audio"},
+                         {"name", "Slow"},
+                         {"start", 8.0},
+                         {"length", 1.5},
+                         {"offset", 0.5},
+                         {"media", "loop"},
+                         {"stretch", 2.0}});
     });
     IPtr<IMediaProject> model = exportModel();
     ASSERT_TRUE(model);
@@ -77,11 +82,15 @@ TEST_F(TrackExportTest, NotesLieInTheirClipsContent) {
 TEST_F(TrackExportTest, TimelineTracksFoldersAndLeftOutTracks) {
     edit([](nlohmann::json& session) {
         auto& tracks = session["project"]["tracks"];
-        entry(tracks, "tempo")["items"].push_back({{"kind", "tempo"}, {"start", 4.0}, {"bpm", 100.0}});
+        entry(tracks, "tempo")["items"].push_back(
+            {{"kind", "tempo"}, {"start", 4.0}, {"bpm", 100.0}});
         auto& extras = entry(tracks, "extras");
         extras["tracks"][1]["loaded"] = true;
-        extras["tracks"].push_back({{"id", "inner"}, {"type", "folder"}, {"name", "Inner"},
-                                    {"tracks", {{{"id", "m2"}, {"type", "marker"}, {"name", "More"}}}}});
+        extras["tracks"].push_back(
+            {{"id", "inner"},
+             {"type", "folder"},
+             {"name", "Inner"},
+             {"tracks", {{{"id", "m2"}, {"type", "marker"}, {"name", "More"}}}}});
     });
     IPtr<IMediaProject> model = exportModel();
     ASSERT_TRUE(model);
@@ -111,7 +120,8 @@ TEST_F(TrackExportTest, TimelineTracksFoldersAndLeftOutTracks) {
     ASSERT_EQ(markers->getEventCount(), 2u);
     EXPECT_EQ(nameOf(markers->getEvent(1)), "Chorus");
     EXPECT_DOUBLE_EQ(markers->getTime()->getDuration(), 8.0);
-    auto video = queryInterface<IMediaVideoEvent>(findTrack(model.get(), "Film")->getClip(0)->getEvent(0));
+    auto video =
+        queryInterface<IMediaVideoEvent>(findTrack(model.get(), "Film")->getClip(0)->getEvent(0));
     ASSERT_TRUE(video);
     uint32 rate = 0;
     uint64 frames = 0;

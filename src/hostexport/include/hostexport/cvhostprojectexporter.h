@@ -85,12 +85,18 @@ private:
                                    Quor::IHostTimelineEvent* event, uint32 eventType);
     // Audio, video and instrument tracks: clips from the track's children, then the channel.
     [[nodiscard]] CvTrack* exportMediaTrack(const CvExportContext& ctx, uint32 contentType);
+    template <class I, class MakeEvent>
+    [[nodiscard]] CvTrack* exportListTrack(const CvExportContext& ctx, uint32 contentType,
+                                           uint32 eventType, const char8* name,
+                                           MakeEvent&& makeEvent);
     [[nodiscard]] CvTrack* exportTempoTrack(const CvExportContext& ctx);
     [[nodiscard]] CvTrack* exportSignatureTrack(const CvExportContext& ctx);
     [[nodiscard]] CvTrack* exportMarkerTrack(const CvExportContext& ctx);
     [[nodiscard]] CvTrack* exportFolderTrack(const CvExportContext& ctx);
-    void addAudioClip(CvTrack& track, Quor::IHostEditContext* trackContext, Quor::IAudioEvent* event);
-    void addVideoClip(CvTrack& track, Quor::IHostEditContext* trackContext, Quor::IVideoEvent* event);
+    void addAudioClip(CvTrack& track, Quor::IHostEditContext* trackContext,
+                      Quor::IAudioEvent* event);
+    void addVideoClip(CvTrack& track, Quor::IHostEditContext* trackContext,
+                      Quor::IVideoEvent* event);
     void addMidiClip(CvTrack& track, Quor::IHostEditContext* trackContext, Quor::IMidiPart* part);
     void exportTrackChannel(Quor::IHostEditContext* context, Quor::IHostTrackChannel* hostChannel,
                             CvTrack* track, CvProject* project);
