@@ -121,12 +121,10 @@ tresult CvService::exportProject(FUnknown*, FUnknown* target) {
                 if (package && manager.writePackage(package.get(), path.text16()))
                     result = kResultOk;
             }
-            project = nullptr;
-            exporter = nullptr;
         }
     }
-    if (!gFNFileSystem->removeFolder(workFolder, true))
-        result = kResultFalse;
+    // The package stands or not; a work folder that won't go away doesn't change that.
+    (void)gFNFileSystem->removeFolder(workFolder, true);
     return result;
 }
 
