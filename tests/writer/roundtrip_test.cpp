@@ -138,7 +138,7 @@ TEST(RoundTrip, ReadWriteReadGivesAnEqualModelAndTheSameMedia) {
         const auto strict = ModelCompare::differences(first.project(), second.project(), leaves);
         EXPECT_EQ(strict.empty(), !document.hasAsymmetries) << ModelCompare::describe(strict);
         for (const std::string& line : strict)
-            EXPECT_TRUE(line.find("parameter id") != std::string::npos ||
+            EXPECT_TRUE(line.find("parameterId") != std::string::npos ||
                         line.find("/warp[") != std::string::npos)
                 << line;
 
