@@ -9,8 +9,11 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <dirent.h>
 #include <fcntl.h>
 #include <new>
+#include <string>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -62,18 +65,66 @@ template <class Make>
 
 bool makeFolder(const char8* path) { return mkdir(path, 0700) == 0; }
 
-bool makeFile(const char8* path) {
+// A part file is locked for as long as its write runs; a part file that nobody holds locked
+// was left by a write that was killed.
+int makeLockedFile(const char8* path) {
     const int fd = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
-    return fd >= 0 && close(fd) == 0;
+    if (fd >= 0 && flock(fd, LOCK_EX) != 0) {
+        close(fd);
+        unlink(path);
+        return -1;
+    }
+    return fd;
+}
+
+// True for the part name itself and for its unique forms ("-01", "-02", ...).
+bool isPartName(const char8* name, const String& partName) {
+    const std::string base(partName.text8());
+    const std::string text(name);
+    if (text.compare(0, base.size(), base) != 0)
+        return false;
+    const std::string rest = text.substr(base.size());
+    return rest.empty() || (rest.size() >= 3 && rest[0] == '-' &&
+                            rest.find_first_not_of("0123456789", 1) == std::string::npos);
+}
+
+// Removes the partial files that earlier writes to the same target left when they were killed:
+// regular files of the target's part name that no running write holds locked.
+void removeStalePartFiles(const String& folder, const String& partName) {
+    String folderPath(folder);
+    const int folderFd = open(folderPath.text8(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    DIR* listing = folderFd >= 0 ? fdopendir(folderFd) : nullptr;
+    if (!listing) {
+        if (folderFd >= 0)
+            close(folderFd);
+        return;
+    }
+    while (const dirent* entry = readdir(listing)) {
+        if (!isPartName(entry->d_name, partName))
+            continue;
+        const int fd =
+            openat(folderFd, entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+        struct stat status;
+        if (fd >= 0 && fstat(fd, &status) == 0 && S_ISREG(status.st_mode) &&
+            flock(fd, LOCK_EX | LOCK_NB) == 0)
+            unlinkat(folderFd, entry->d_name, 0);
+        if (fd >= 0)
+            close(fd);
+    }
+    closedir(listing);
 }
 
 // Packs the tree into a fresh file beside the target and renames it over the target, so that
-// the target only ever holds a whole archive. The temporary file never outlives the call.
+// the target only ever holds a whole archive. The temporary file never outlives the call, but
+// for a kill that gives no chance to remove it; the next write to the target removes it then.
 bool packTree(const String& tree, const String& folder, const String& leaf, const String& target) {
     String partName(".");
     partName.append(leaf);
     partName.append(".part");
+    removeStalePartFiles(folder, partName);
     FUrl part;
+    int lock = -1;
+    const auto makeFile = [&lock](const char8* path) { return (lock = makeLockedFile(path)) >= 0; };
     if (!claim(joined(folder, partName.text8()), false, part, makeFile))
         return false;
     String partPath;
@@ -85,6 +136,7 @@ bool packTree(const String& tree, const String& folder, const String& leaf, cons
     const bool placed = packed && std::rename(partPath.text8(), targetPath.text8()) == 0;
     if (!placed)
         std::remove(partPath.text8());
+    close(lock);
     return placed;
 }
 
