@@ -41,7 +41,11 @@ public:
     // the model's default stands in for it.
     explicit CvTimeDomain(double bpm) : bpm_(usable(bpm)) {}
 
-    double beatsToSeconds(double beats) const { return 60.0 / bpm_ * beats; }
+    // A time too large for a double reads as 0 rather than as infinity.
+    double beatsToSeconds(double beats) const {
+        const double seconds = 60.0 / bpm_ * beats;
+        return std::isfinite(seconds) ? seconds : 0.0;
+    }
     double secondsToBeats(double seconds) const { return seconds / (60.0 / bpm_); }
     void setTempo(double bpm) { bpm_ = usable(bpm); }
 

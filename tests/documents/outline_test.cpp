@@ -56,6 +56,7 @@ TEST(ArrangementReader, BeatsConvertAtTheTempoOfTransport) {
     EXPECT_DOUBLE_EQ(clipStart("240"), 2.0);
     for (const char* unusable : {"0", "-90", "1e999", "-1e999", "nan", "inf"})
         EXPECT_DOUBLE_EQ(clipStart(unusable), 4.0) << unusable;
+    EXPECT_DOUBLE_EQ(clipStart("1e-310"), 0.0) << "8 beats at this tempo overflow";
 }
 
 } // namespace
