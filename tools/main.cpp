@@ -40,9 +40,20 @@ IMediaProject* projectOf(const IPtr<IMediaProjectPackage>& package, const std::s
     return project;
 }
 
+// Prints each case on stderr; true when one of them lost a medium that was there.
+bool reportCases(const std::vector<ReadCase>& cases) {
+    bool lost = false;
+    for (const ReadCase& readCase : cases) {
+        std::cerr << "corvelle: " << describe(readCase) << "\n";
+        lost = lost || readCase.what == Halvorn::kReadCopyFailed;
+    }
+    return lost;
+}
+
 int info(const std::string& path) {
     std::vector<ReadCase> cases;
     const auto package = readPackage(path, {}, cases);
+    (void)reportCases(cases);
     IMediaProject* project = projectOf(package, path);
     if (!project)
         return kCannotRead;
@@ -69,6 +80,7 @@ int info(const std::string& path) {
 int dump(const std::string& path, bool json) {
     std::vector<ReadCase> cases;
     const auto package = readPackage(path, {}, cases);
+    (void)reportCases(cases);
     IMediaProject* project = projectOf(package, path);
     if (!project)
         return kCannotRead;
@@ -78,16 +90,6 @@ int dump(const std::string& path, bool json) {
     else
         std::cout << renderOutline(dump.tree);
     return 0;
-}
-
-// Prints each case on stderr; true when one of them lost a medium that was there.
-bool reportCases(const std::vector<ReadCase>& cases) {
-    bool lost = false;
-    for (const ReadCase& readCase : cases) {
-        std::cerr << "corvelle: " << describe(readCase) << "\n";
-        lost = lost || readCase.what == Halvorn::kReadCopyFailed;
-    }
-    return lost;
 }
 
 int extract(const std::string& path, const std::string& folder) {

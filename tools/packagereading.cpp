@@ -99,6 +99,9 @@ std::string describe(const ReadCase& readCase) {
     case kReadExtractionFailed:
         text = "extraction stopped: a write into the temporary folder failed";
         break;
+    case kReadDocumentTooLarge:
+        text = "document refused: it holds a tag or a text over 64 MiB";
+        break;
     }
     return std::string(text) + ": " + readCase.subject;
 }

@@ -51,6 +51,9 @@ enum PackageReadCase : int32 {
     kReadInflationLimit = 6,
     // A write into the temporary folder failed (a full disk, an I/O error); the read fails.
     kReadExtractionFailed = 7,
+    // project.xml holds a single token (a tag with its attributes) or a text over 64 MiB; the
+    // read fails.
+    kReadDocumentTooLarge = 8,
 };
 
 // Optional, implemented by a client beside IMediaPackageManagerClient: readPackage asks the

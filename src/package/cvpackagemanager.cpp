@@ -190,8 +190,11 @@ IPtr<CvProject> readExtracted(const FUrl& packageUrl, const FUrl& folder,
         return {};
     const IPtr<CvXmlReader> documentReader = IPtr<CvXmlReader>::adopt(new CvXmlReader);
     IPtr<CvProject> project = IPtr<CvProject>::adopt(documentReader->readProject(documentPath));
-    if (!project)
+    if (!project) {
+        if (documentReader->wasTooLarge())
+            tellReport(report.get(), kReadDocumentTooLarge, String("project.xml"));
         return {};
+    }
     const ReadContext read{folder.getPath(), client, report.get()};
     for (ICvFileAccessor* accessor : project->getFileAccessors())
         if (accessor)

@@ -141,7 +141,7 @@ TEST(HostileRead, OnlyStoredAndDeflatedEntriesArriveAndOverlapsAreRefused) {
     EXPECT_TRUE(temp.leftovers().empty());
 }
 
-TEST(HostileRead, InflationStopsAtItsBoundAndASummaryUnpacksOnlyTheDocument) {
+TEST(HostileRead, InflationAndDocumentsAreBoundedAndASummaryUnpacksOnlyTheDocument) {
     PrivateTempFolder temp;
     ScratchFolder scratch;
     // A few hundred kilobytes that claim 400 MiB: far beyond 100 times their size plus 100 MiB.
@@ -160,6 +160,14 @@ TEST(HostileRead, InflationStopsAtItsBoundAndASummaryUnpacksOnlyTheDocument) {
               (std::vector<std::string>{"audio/bomb.wav"}));
     EXPECT_TRUE(temp.leftovers().empty());
     EXPECT_FALSE(exists(scratch / "client/Audio/bomb.wav"));
+
+    // A document is bounded too, and the read says why it failed.
+    const std::string longTag = writePackage(
+        scratch, "tag.corvelle",
+        {{"project.xml", "<Project version=\"" + std::string((64u << 20) + 1, 'v') + "\"/>"}});
+    ReportingClient tagReport("");
+    EXPECT_FALSE(readWith(longTag, tagReport));
+    EXPECT_EQ(tagReport.subjects(kReadDocumentTooLarge), (std::vector<std::string>{"project.xml"}));
 
     // A client that wants no media gets the project without the bomb being touched.
     ReportingClient summary("");
