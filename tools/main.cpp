@@ -2,6 +2,7 @@
 #include "corvelle/mediaproject.h"
 #include "corvelle/package.h"
 #include "examplemodel.h"
+#include "interruption.h"
 #include "modelwalk.h"
 #include "outline.h"
 #include "packagereading.h"
@@ -22,6 +23,8 @@ using Halvorn::IMediaProjectPackage;
 using Halvorn::IPtr;
 
 constexpr int kCannotRead = 1;
+// The project was read, but something of it was refused or failed on the way.
+constexpr int kCasesMet = 3;
 
 // The project of a package read, or null after the one error line. The library tells no
 // reason, so the line tells the likely one.
@@ -37,8 +40,20 @@ IMediaProject* projectOf(const IPtr<IMediaProjectPackage>& package, const std::s
     return project;
 }
 
+// Prints each case on stderr; true when one of them lost a medium that was there.
+bool reportCases(const std::vector<ReadCase>& cases) {
+    bool lost = false;
+    for (const ReadCase& readCase : cases) {
+        std::cerr << "corvelle: " << describe(readCase) << "\n";
+        lost = lost || readCase.what == Halvorn::kReadCopyFailed;
+    }
+    return lost;
+}
+
 int info(const std::string& path) {
-    const auto package = readPackage(path, {});
+    std::vector<ReadCase> cases;
+    const auto package = readPackage(path, {}, cases);
+    (void)reportCases(cases);
     IMediaProject* project = projectOf(package, path);
     if (!project)
         return kCannotRead;
@@ -63,7 +78,9 @@ int info(const std::string& path) {
 }
 
 int dump(const std::string& path, bool json) {
-    const auto package = readPackage(path, {});
+    std::vector<ReadCase> cases;
+    const auto package = readPackage(path, {}, cases);
+    (void)reportCases(cases);
     IMediaProject* project = projectOf(package, path);
     if (!project)
         return kCannotRead;
@@ -76,7 +93,9 @@ int dump(const std::string& path, bool json) {
 }
 
 int extract(const std::string& path, const std::string& folder) {
-    const auto package = readPackage(path, folder);
+    std::vector<ReadCase> cases;
+    const auto package = readPackage(path, folder, cases);
+    const bool lost = reportCases(cases);
     IMediaProject* project = projectOf(package, path);
     if (!project)
         return kCannotRead;
@@ -91,6 +110,23 @@ int extract(const std::string& path, const std::string& folder) {
     }
     std::cout << copied << " of " << dump.summary.mediaFiles.size() << " media files in " << folder
               << "\n";
+    return lost ? kCasesMet : 0;
+}
+
+// Reads the package with its media into a folder of the private temporary folder, which goes
+// with it, and lists what the read refused or could not do.
+int check(const std::string& path) {
+    std::vector<ReadCase> cases;
+    std::error_code error;
+    const std::filesystem::path media = std::filesystem::temp_directory_path(error) / "media";
+    const auto package = readPackage(path, error ? std::string() : media.string(), cases);
+    for (const ReadCase& readCase : cases)
+        std::cout << describe(readCase) << "\n";
+    if (!projectOf(package, path))
+        return kCannotRead;
+    if (!cases.empty())
+        return kCasesMet;
+    std::cout << "ok\n";
     return 0;
 }
 
@@ -116,6 +152,11 @@ int main(int argc, char** argv) {
     extractCommand->add_option("PKG", package, "The package file")->required();
     extractCommand->add_option("DIR", folder, "The folder that receives the media")->required();
 
+    CLI::App* checkCommand = app.add_subcommand(
+        "check", "Read a package with its media into a temporary folder and list every path, "
+                 "entry or copy that was refused or failed; exit 3 when there is one");
+    checkCommand->add_option("PKG", package, "The package file")->required();
+
     std::string output;
     CLI::App* repackCommand = app.add_subcommand(
         "repack", "Read a package and write it again as a package of this library's own form");
@@ -129,20 +170,29 @@ int main(int argc, char** argv) {
         ->required();
 
     CLI11_PARSE(app, argc, argv);
-    try {
-        if (*infoCommand)
-            return info(package);
-        if (*dumpCommand)
-            return dump(package, json);
-        if (*repackCommand)
-            return repack(package, output);
-        if (*newCommand)
-            return writeExamplePackage(output);
-        while (folder.size() > 1 && folder.back() == '/')
-            folder.pop_back();
-        return extract(package, folder);
-    } catch (const std::exception& error) {
-        std::cerr << "corvelle: " << error.what() << "\n";
-        return kCannotRead;
-    }
+    while (folder.size() > 1 && folder.back() == '/')
+        folder.pop_back();
+    Leftovers leftovers;
+    if (!output.empty())
+        leftovers.targets.push_back(output);
+    if (!folder.empty())
+        leftovers.mediaFolders.push_back(folder);
+    return runRemovingLeftovers(leftovers, [&]() {
+        try {
+            if (*infoCommand)
+                return info(package);
+            if (*dumpCommand)
+                return dump(package, json);
+            if (*checkCommand)
+                return check(package);
+            if (*repackCommand)
+                return repack(package, output);
+            if (*newCommand)
+                return writeExamplePackage(output);
+            return extract(package, folder);
+        } catch (const std::exception& error) {
+            std::cerr << "corvelle: " << error.what() << "\n";
+            return kCannotRead;
+        }
+    });
 }

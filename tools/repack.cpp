@@ -46,11 +46,18 @@ int repack(const std::string& in, const std::string& out) {
         std::cerr << "corvelle: cannot make a temporary folder for the media\n";
         return 1;
     }
-    const auto package = readPackage(in, media.path());
+    std::vector<ReadCase> cases;
+    const auto package = readPackage(in, media.path(), cases);
+    for (const ReadCase& readCase : cases)
+        std::cerr << "corvelle: " << describe(readCase) << "\n";
     if (!package || !package->getProject()) {
         std::cerr << "corvelle: cannot read package '" << in << "'\n";
         return 1;
     }
+    // A medium that was there but didn't arrive would be missing from the new package.
+    for (const ReadCase& readCase : cases)
+        if (readCase.what == kReadCopyFailed)
+            return 1;
     return writePackageFile(package.get(), out);
 }
 
