@@ -3,7 +3,6 @@
 
 #include "model/cvlist.h"
 
-#include <cstring>
 #include <utility>
 
 namespace Halvorn {
@@ -75,13 +74,40 @@ bool CvColor::operator==(const CvColor& other) const {
            alpha_ == other.alpha_;
 }
 
-// A reader's plain element may have a great many children: doubling keeps adding them linear.
+// A plain element may have a great many children: doubling keeps adding them linear.
 struct CvNode::Tree {
     TArray<IPtr<CvNode>> children{-1};
     TArray<CvNodeAttribute> attributes;
 };
 
-CvNode::CvNode(const String& name, const String& id) : id_(id), name_(name) {}
+struct CvNode::Details {
+    String id;
+    String name;
+    CvColor color;
+    std::unique_ptr<Tree> tree;
+};
+
+namespace {
+
+// What a node without details answers. Each thread has its own empty String, since reading
+// a String may convert it in place.
+const String& noText() {
+    static thread_local const String empty;
+    return empty;
+}
+
+// Read-only through its face and never counted, so one serves every node without a colour.
+CvColor& noColor() {
+    static CvColor none;
+    return none;
+}
+
+} // namespace
+
+CvNode::CvNode(const String& name, const String& id) {
+    if (!name.isEmpty() || !id.isEmpty())
+        details_.reset(new Details{id, name, CvColor(), nullptr});
+}
 
 CvNode::~CvNode() = default;
 
@@ -90,11 +116,42 @@ tresult CvNode::queryInterface(const FUID& iid, void** object) {
     return CvObject::queryInterface(iid, object);
 }
 
-CvNode::Tree& CvNode::tree() {
-    if (!tree_)
-        tree_.reset(new Tree);
-    return *tree_;
+CvNode::Details& CvNode::details() {
+    if (!details_)
+        details_.reset(new Details);
+    return *details_;
 }
+
+const char16* CvNode::getId() { return details_ ? details_->id.text16() : u""; }
+
+const char16* CvNode::getName() { return details_ ? details_->name.text16() : u""; }
+
+IMediaColor* CvNode::getColor() { return details_ ? &details_->color : &noColor(); }
+
+const String& CvNode::getId() const { return details_ ? details_->id : noText(); }
+
+const String& CvNode::getName() const { return details_ ? details_->name : noText(); }
+
+void CvNode::setName(const String& name) {
+    if (details_ || !name.isEmpty())
+        details().name = name;
+}
+
+const CvColor& CvNode::getNodeColor() const { return details_ ? details_->color : noColor(); }
+
+void CvNode::setColor(const CvColor& color) {
+    if (details_ || color.isValid())
+        details().color = color;
+}
+
+CvNode::Tree& CvNode::tree() {
+    Details& own = details();
+    if (!own.tree)
+        own.tree.reset(new Tree);
+    return *own.tree;
+}
+
+CvNode::Tree* CvNode::findTree() const { return details_ ? details_->tree.get() : nullptr; }
 
 void CvNode::addChild(CvNode* child) {
     if (child)
@@ -102,10 +159,11 @@ void CvNode::addChild(CvNode* child) {
 }
 
 void CvNode::collect(TArray<CvNode*>& out, const String* name, bool deep) const {
-    if (!tree_)
+    Tree* own = findTree();
+    if (!own)
         return;
-    for (const IPtr<CvNode>& child : tree_->children) {
-        if (!name || child->name_ == *name)
+    for (const IPtr<CvNode>& child : own->children) {
+        if (!name || static_cast<const CvNode&>(*child).getName() == *name)
             out.add(child.get());
         if (deep)
             child->collect(out, name, true);
@@ -125,17 +183,17 @@ TArray<CvNode*> CvNode::getAllChildren() const {
 }
 
 CvNode* CvNode::findChild(const String& name) const {
-    if (tree_)
-        for (const IPtr<CvNode>& child : tree_->children)
-            if (child->name_ == name)
+    if (Tree* own = findTree())
+        for (const IPtr<CvNode>& child : own->children)
+            if (static_cast<const CvNode&>(*child).getName() == name)
                 return child.get();
     return nullptr;
 }
 
 CvNode* CvNode::findDescendant(const String& name) const {
-    if (tree_)
-        for (const IPtr<CvNode>& child : tree_->children) {
-            if (child->name_ == name)
+    if (Tree* own = findTree())
+        for (const IPtr<CvNode>& child : own->children) {
+            if (static_cast<const CvNode&>(*child).getName() == name)
                 return child.get();
             if (CvNode* found = child->findDescendant(name))
                 return found;
@@ -156,18 +214,10 @@ TArray<CvNode*> CvNode::getDescendantsByName(const String& name) const {
 }
 
 CvNodeAttribute* CvNode::findAttribute(const String& key) const {
-    if (tree_)
-        for (CvNodeAttribute& attribute : tree_->attributes)
+    if (Tree* own = findTree())
+        for (CvNodeAttribute& attribute : own->attributes)
             if (attribute.key == key)
                 return &attribute;
-    return nullptr;
-}
-
-const String* CvNode::findAttributeValue(const char8* key) const {
-    if (tree_ && key)
-        for (const CvNodeAttribute& attribute : tree_->attributes)
-            if (std::strcmp(attribute.key.text8(), key) == 0)
-                return &attribute.value;
     return nullptr;
 }
 
@@ -181,12 +231,6 @@ void CvNode::setAttribute(String&& key, String&& value) {
         return;
     }
     tree().attributes.add(CvNodeAttribute{std::move(key), std::move(value)});
-}
-
-void CvNode::reserveAttributes(int32 count) {
-    Tree& nodeTree = tree();
-    if (nodeTree.attributes.isEmpty() && count > 0)
-        nodeTree.attributes = TArray<CvNodeAttribute>(count);
 }
 
 String CvNode::getAttribute(const String& key, const String& defaultValue) const {
