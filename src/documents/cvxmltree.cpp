@@ -1,6 +1,7 @@
 // CvXmlTree and CvXmlElement: building the compact tree and searching it.
 #include "documents/cvxmltree.h"
 
+#include <cstdint>
 #include <cstring>
 #include <new>
 
@@ -28,6 +29,8 @@ void CvXmlTree::clear() {
     textBlockUsed_ = kTextBlockBytes;
     nameNumbers_.clear();
     names_.clear();
+    for (RecentName& recent : recentNames_)
+        recent = RecentName();
     openElements_.clear();
     hasRoot_ = false;
 }
@@ -48,24 +51,42 @@ char8* CvXmlTree::allocateText(size_t bytes) {
     return text;
 }
 
+CvXmlTree::RecentName& CvXmlTree::recentSlot(const char8* text) const {
+    RecentName& recent = recentNames_[(reinterpret_cast<uintptr_t>(text) >> 3) % kRecentNames];
+    return recent;
+}
+
 uint32 CvXmlTree::intern(const char8* text) {
+    RecentName& recent = recentSlot(text);
+    if (recent.text == text && std::strcmp(names_[recent.number], text) == 0)
+        return recent.number;
     const std::string_view name(text);
     const auto found = nameNumbers_.find(name);
-    if (found != nameNumbers_.end())
-        return found->second;
-    char8* stored = allocateText(name.size() + 1);
-    std::memcpy(stored, text, name.size() + 1);
-    const auto number = static_cast<uint32>(names_.size());
-    names_.push_back(stored);
-    nameNumbers_.emplace(std::string_view(stored, name.size()), number);
+    uint32 number;
+    if (found != nameNumbers_.end()) {
+        number = found->second;
+    } else {
+        char8* stored = allocateText(name.size() + 1);
+        std::memcpy(stored, text, name.size() + 1);
+        number = static_cast<uint32>(names_.size());
+        names_.push_back(stored);
+        nameNumbers_.emplace(std::string_view(stored, name.size()), number);
+    }
+    recent = RecentName{text, number};
     return number;
 }
 
 uint32 CvXmlTree::lookUp(const char8* text) const {
     if (!text)
         return kNoElement;
+    RecentName& recent = recentSlot(text);
+    if (recent.text == text && std::strcmp(names_[recent.number], text) == 0)
+        return recent.number;
     const auto found = nameNumbers_.find(std::string_view(text));
-    return found == nameNumbers_.end() ? kNoElement : found->second;
+    if (found == nameNumbers_.end())
+        return kNoElement;
+    recent = RecentName{text, found->second};
+    return found->second;
 }
 
 uint32 CvXmlTree::addElement(uint32 name) {
@@ -83,7 +104,7 @@ void CvXmlTree::open(const char8* name, const char8* const* attributes, int32 co
     if (count > 0) {
         size_t bytes = 0;
         for (int32 i = 0; i < count; ++i)
-            bytes += sizeof(uint32) + std::strlen(attributes[2 * i + 1]) + 1;
+            bytes += 2 * sizeof(uint32) + std::strlen(attributes[2 * i + 1]) + 1;
         char8* at = allocateText(bytes);
         // Interning may take a new text block; the record's block is already taken.
         Element& added = element(index);
@@ -91,11 +112,12 @@ void CvXmlTree::open(const char8* name, const char8* const* attributes, int32 co
         added.attributeCount = static_cast<uint32>(count);
         for (int32 i = 0; i < count; ++i) {
             const uint32 key = intern(attributes[2 * i]);
+            const auto length = static_cast<uint32>(std::strlen(attributes[2 * i + 1]));
             std::memcpy(at, &key, sizeof key);
-            at += sizeof key;
-            const size_t length = std::strlen(attributes[2 * i + 1]) + 1;
-            std::memcpy(at, attributes[2 * i + 1], length);
-            at += length;
+            std::memcpy(at + sizeof key, &length, sizeof length);
+            at += 2 * sizeof(uint32);
+            std::memcpy(at, attributes[2 * i + 1], length + 1);
+            at += length + 1;
         }
     }
     if (!openElements_.empty()) {
@@ -125,15 +147,18 @@ const char8* CvXmlElement::getName() const {
 }
 
 const char8* CvXmlElement::findAttributeValue(const char8* key) const {
-    if (!tree_ || !key)
+    if (!tree_)
+        return nullptr;
+    const uint32 wanted = tree_->lookUp(key);
+    if (wanted == CvXmlTree::kNoElement)
         return nullptr;
     const CvXmlTree::Element& self = tree_->element(index_);
     const char8* at = self.attributes;
     for (uint32 i = 0; i < self.attributeCount; ++i) {
-        const char8* value = at + sizeof(uint32);
-        if (std::strcmp(tree_->names_[readNumber(at)], key) == 0)
+        const char8* value = at + 2 * sizeof(uint32);
+        if (readNumber(at) == wanted)
             return value;
-        at = value + std::strlen(value) + 1;
+        at = value + readNumber(at + sizeof(uint32)) + 1;
     }
     return nullptr;
 }

@@ -80,17 +80,23 @@ private:
         uint32 firstChild = kNoElement;
         uint32 nextSibling = kNoElement;
         uint32 attributeCount = 0;
-        // attributeCount records, each the key's number (4 bytes) and the value's text with
-        // its terminating zero.
+        // attributeCount records, each the key's number and the value's length (4 bytes each)
+        // and the value's text with its terminating zero.
         const char8* attributes = nullptr;
     };
     struct OpenElement {
         uint32 index;
         uint32 lastChild;
     };
+    // A name text the parser passed lately, and its number.
+    struct RecentName {
+        const char8* text = nullptr;
+        uint32 number = 0;
+    };
 
     static constexpr uint32 kElementsPerBlock = 4096;
     static constexpr size_t kTextBlockBytes = 256 * 1024;
+    static constexpr size_t kRecentNames = 64;
 
     const Element& element(uint32 index) const {
         return elementBlocks_[index / kElementsPerBlock][index % kElementsPerBlock];
@@ -103,6 +109,8 @@ private:
     uint32 intern(const char8* text);
     // The number of a name, or kNoElement when the document never used it.
     uint32 lookUp(const char8* text) const;
+    // The recent-name slot for a text's address.
+    RecentName& recentSlot(const char8* text) const;
     char8* allocateText(size_t bytes);
 
     std::vector<std::unique_ptr<Element[]>> elementBlocks_;
@@ -113,6 +121,11 @@ private:
     size_t textBlockUsed_ = kTextBlockBytes;
     std::unordered_map<std::string_view, uint32> nameNumbers_;
     std::vector<const char8*> names_;
+    // The parser tends to pass the same name at the same address, so a text found here (and
+    // checked to be the same) needs no hashing.
+    // Look-ups fill it too: their texts are the reader's constants. The tree belongs to one
+    // reading, so a const look-up may update it.
+    mutable RecentName recentNames_[kRecentNames];
     std::vector<OpenElement> openElements_;
     bool hasRoot_ = false;
 };
