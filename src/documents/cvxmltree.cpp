@@ -212,20 +212,20 @@ std::vector<CvXmlElement> CvXmlElement::getChildren() const {
     return result;
 }
 
-std::vector<CvXmlElement> CvXmlElement::getChildrenByName(const char8* name) const {
+std::vector<CvXmlElement> CvXmlElement::collectByName(const char8* name, bool deep) const {
     std::vector<CvXmlElement> result;
     const uint32 wanted = tree_ ? tree_->lookUp(name) : CvXmlTree::kNoElement;
     if (wanted != CvXmlTree::kNoElement)
-        collect(result, wanted, false);
+        collect(result, wanted, deep);
     return result;
 }
 
+std::vector<CvXmlElement> CvXmlElement::getChildrenByName(const char8* name) const {
+    return collectByName(name, false);
+}
+
 std::vector<CvXmlElement> CvXmlElement::getDescendantsByName(const char8* name) const {
-    std::vector<CvXmlElement> result;
-    const uint32 wanted = tree_ ? tree_->lookUp(name) : CvXmlTree::kNoElement;
-    if (wanted != CvXmlTree::kNoElement)
-        collect(result, wanted, true);
-    return result;
+    return collectByName(name, true);
 }
 
 } // namespace Halvorn

@@ -41,6 +41,7 @@ private:
     // name is a number of this element's tree; CvXmlTree::kNoElement takes every name.
     void collect(std::vector<CvXmlElement>& out, uint32 name, bool deep) const;
     CvXmlElement findDescendant(uint32 name) const;
+    std::vector<CvXmlElement> collectByName(const char8* name, bool deep) const;
 
     const CvXmlTree* tree_ = nullptr;
     uint32 index_ = 0;

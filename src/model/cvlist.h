@@ -49,7 +49,7 @@ private:
     // fresh objects never pays for one.
     bool holds(const T* object) {
         if (!objects_ && elements_.total() >= kIndexedFrom)
-            objects_ = buildIndex<CvHashIndex<T>>([](CvHashIndex<T>& index, T* element) {
+            objects_ = buildIndex<CvPointerIndex<T>>([](CvPointerIndex<T>& index, T* element) {
                 return index.insert(element, hashPointer(element));
             });
         if (objects_)
@@ -87,7 +87,7 @@ private:
 
     // Doubling, so that a long list grows in linear time.
     TArray<IPtr<T>> elements_{-1};
-    std::unique_ptr<CvHashIndex<T>> objects_;
+    std::unique_ptr<CvPointerIndex<T>> objects_;
     std::unique_ptr<CvIdIndex<T>> ids_;
     bool findsById_;
 };

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <type_traits>
 
 namespace Halvorn {
 
@@ -15,10 +16,16 @@ namespace Halvorn {
 // that a search looks at counts one. Never reset; a caller takes the difference.
 uint64& listComparisons();
 
+// Pointers hash by address; the low bits of an allocation carry no information.
+inline uint64 hashPointer(const void* pointer) {
+    return (uint64(reinterpret_cast<uintptr_t>(pointer)) >> 4) * 0x9E3779B97F4A7C15ull;
+}
+
 // Open addressing over borrowed element pointers, each with its hash. Holds no references and
 // never removes: the model's lists only grow. A failed growth (memory) gives false and leaves
-// the index as it was.
-template <class T> class CvHashIndex {
+// the index as it was. An index whose hash is the element's address keeps no hash beside the
+// pointer (keepsHash false): half the memory, and half the cache lines a search touches.
+template <class T, bool keepsHash = true> class CvHashIndex {
 public:
     // The element of this hash for which matches is true, or null.
     template <class Matches> T* find(uint64 hash, Matches matches) const {
@@ -29,7 +36,7 @@ public:
             if (!slot.element)
                 return nullptr;
             ++listComparisons();
-            if (slot.hash == hash && matches(slot.element))
+            if (slot.hash() == hash && matches(slot.element))
                 return slot.element;
         }
     }
@@ -39,22 +46,32 @@ public:
         // Kept at most half full, so that a probe ends after a few slots.
         if ((count_ + 1) * 2 > capacity() && !grow())
             return false;
-        place(Slot{element, hash});
+        place(Slot(element, hash));
         ++count_;
         return true;
     }
 
 private:
-    struct Slot {
+    struct HashedSlot {
+        HashedSlot() = default;
+        HashedSlot(T* element, uint64 hash) : element(element), hashValue(hash) {}
+        uint64 hash() const { return hashValue; }
         T* element = nullptr;
-        uint64 hash = 0;
+        uint64 hashValue = 0;
     };
+    struct AddressSlot {
+        AddressSlot() = default;
+        AddressSlot(T* element, uint64) : element(element) {}
+        uint64 hash() const { return hashPointer(element); }
+        T* element = nullptr;
+    };
+    using Slot = std::conditional_t<keepsHash, HashedSlot, AddressSlot>;
     static constexpr uint64 kFirstCapacity = 32;
 
     uint64 capacity() const { return slots_ ? mask_ + 1 : 0; }
 
     void place(const Slot& slot) {
-        uint64 i = slot.hash & mask_;
+        uint64 i = slot.hash() & mask_;
         while (slots_[i].element)
             i = (i + 1) & mask_;
         slots_[i] = slot;
@@ -79,10 +96,8 @@ private:
     uint64 count_ = 0;
 };
 
-// Pointers hash by address; the low bits of an allocation carry no information.
-inline uint64 hashPointer(const void* pointer) {
-    return (uint64(reinterpret_cast<uintptr_t>(pointer)) >> 4) * 0x9E3779B97F4A7C15ull;
-}
+// The objects of a list, found by address.
+template <class T> using CvPointerIndex = CvHashIndex<T, false>;
 
 // The first element added for each id, T being a CvNode class. Ids never change once given,
 // so the index stays true as long as every element that the list gains is added here too.

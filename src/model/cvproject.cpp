@@ -97,7 +97,7 @@ TArray<ICvFileAccessor*> CvProject::getFileAccessors() const {
     // The channel of each track, once for each track that has it; then the project's channels
     // that no track reached.
     TArray<CvChannel*> channels(-1);
-    CvHashIndex<CvChannel> reached;
+    CvPointerIndex<CvChannel> reached;
     auto isReached = [&](CvChannel* channel, uint64 hash) {
         return reached.find(hash, [&](const CvChannel* seen) { return seen == channel; });
     };
