@@ -96,8 +96,8 @@ protected:
     ~CvProject() override;
 
 private:
-    TArray<IPtr<CvTrack>> tracks_;
-    TArray<IPtr<CvChannel>> channels_;
+    CvUniqueList<CvTrack> tracks_;
+    CvUniqueList<CvChannel> channels_{true};
     IPtr<CvParameter> tempo_;
     IPtr<CvSignature> timeSignature_;
     String applicationName_;
