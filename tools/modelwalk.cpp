@@ -2,8 +2,8 @@
 #include "modelwalk.h"
 
 #include "corvelle/ptr.h"
+#include "corvelle/utf8.h"
 #include "support/enumnames.h"
-#include "support/utf.h"
 
 #include <cstdio>
 

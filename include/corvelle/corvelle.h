@@ -16,3 +16,4 @@
 #include "corvelle/package.h"
 #include "corvelle/ptr.h"
 #include "corvelle/stream.h"
+#include "corvelle/utf8.h"
