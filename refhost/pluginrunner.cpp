@@ -3,12 +3,15 @@
 #include "corvelle/factory.h"
 #include "corvelle/filter.h"
 #include "corvelle/ptr.h"
+#include "corvelle/version.h"
+#include "support/classversion.h"
 #include "text.h"
 #include "workstation.h"
 
 #include <dlfcn.h>
 
 #include <cstring>
+#include <sstream>
 #include <string>
 
 namespace Halvorn {
@@ -109,22 +112,39 @@ void runService(IPluginFactory& factory, const ClassInfo& info, Workstation& sta
         << resultText(service->terminate()) << "\n";
 }
 
-} // namespace
+struct ModuleEntries {
+    InitFunction initDll = nullptr;
+    InitFunction exitDll = nullptr;
+    FactoryFunction getFactory = nullptr;
+};
 
-int runPlugin(const std::string& modulePath, std::ostream& out, std::ostream& err) {
+// Loads the module as a host does and finds its entries; the handle, or null after one line
+// on err.
+void* openModule(const std::string& modulePath, ModuleEntries& entries, std::ostream& err) {
     void* module = dlopen(modulePath.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!module) {
         err << "corvelle-host: can't load the module " << modulePath << ": " << dlerror() << "\n";
-        return 1;
+        return nullptr;
     }
-    auto initDll = reinterpret_cast<InitFunction>(dlsym(module, "InitDll"));
-    auto exitDll = reinterpret_cast<InitFunction>(dlsym(module, "ExitDll"));
-    auto getFactory = reinterpret_cast<FactoryFunction>(dlsym(module, "GetPluginFactory"));
-    if (!initDll || !exitDll || !getFactory) {
+    entries = {reinterpret_cast<InitFunction>(dlsym(module, "InitDll")),
+               reinterpret_cast<InitFunction>(dlsym(module, "ExitDll")),
+               reinterpret_cast<FactoryFunction>(dlsym(module, "GetPluginFactory"))};
+    if (!entries.initDll || !entries.exitDll || !entries.getFactory) {
         err << "corvelle-host: " << modulePath << " lacks InitDll, ExitDll or GetPluginFactory\n";
         dlclose(module);
-        return 1;
+        return nullptr;
     }
+    return module;
+}
+
+} // namespace
+
+int runPlugin(const std::string& modulePath, std::ostream& out, std::ostream& err) {
+    ModuleEntries entries;
+    void* module = openModule(modulePath, entries, err);
+    if (!module)
+        return 1;
+    auto [initDll, exitDll, getFactory] = entries;
     out << "module   " << modulePath << "\n";
     out << "InitDll  " << (initDll() ? "true" : "false") << "\n";
     IPluginFactory* factory = getFactory();
@@ -163,6 +183,25 @@ int runPlugin(const std::string& modulePath, std::ostream& out, std::ostream& er
         return 1;
     }
     return 0;
+}
+
+std::string versionLine(const std::string& modulePath) {
+    std::ostringstream ignored; // the line itself says when the module can't be loaded
+    ModuleEntries entries;
+    std::string version = "unknown: can't load " + modulePath;
+    if (void* module = openModule(modulePath, entries, ignored)) {
+        entries.initDll();
+        {
+            // Let go of the factory before the module closes.
+            const auto factory = IPtr<IPluginFactory>::adopt(entries.getFactory());
+            const std::string row = factory ? CorvelleSupport::classRowVersion(*factory) : "";
+            version = row.empty() ? "unknown" : row;
+        }
+        entries.exitDll();
+        dlclose(module);
+    }
+    return std::string("corvelle-host ") + CORVELLE_VERSION + " (module class version " + version +
+           ")";
 }
 
 } // namespace RefHost

@@ -1,13 +1,15 @@
 // The tool's client and the read and write calls of the package door.
 #include "packagereading.h"
-#include "support/utf.h"
+
+#include "conventions.h"
+#include "corvelle/utf8.h"
 
 #include <atomic>
 #include <iostream>
 
 namespace CorvelleTool {
 
-using CorvelleSupport::toUtf16;
+using Halvorn::toUtf16;
 namespace {
 
 using namespace Halvorn;
@@ -68,9 +70,9 @@ int writePackageFile(IMediaProjectPackage* package, const std::string& path) {
     if (!manager || !manager->writePackage(package, toUtf16(path).c_str())) {
         std::cerr << "corvelle: cannot write package '" << path
                   << "': its folder must exist and be writable\n";
-        return 2;
+        return kExitFailed;
     }
-    return 0;
+    return kExitSuccess;
 }
 
 } // namespace CorvelleTool

@@ -15,7 +15,7 @@ namespace CorvelleTool {
 Halvorn::IPtr<Halvorn::IMediaProjectPackage> readPackage(const std::string& path,
                                                          const std::string& mediaFolder);
 
-// Writes the package file and says on stderr when it can't; the tool's exit code, 0 or 2.
+// Writes the package file and says on stderr when it can't; kExitSuccess or kExitFailed.
 int writePackageFile(Halvorn::IMediaProjectPackage* package, const std::string& path);
 
 } // namespace CorvelleTool

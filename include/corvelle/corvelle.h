@@ -17,3 +17,4 @@
 #include "corvelle/ptr.h"
 #include "corvelle/stream.h"
 #include "corvelle/utf8.h"
+#include "corvelle/version.h"
