@@ -4,11 +4,10 @@
 #include "corvelle/filter.h"
 #include "corvelle/ptr.h"
 #include "corvelle/version.h"
+#include "moduleloader.h"
 #include "support/classversion.h"
 #include "text.h"
 #include "workstation.h"
-
-#include <dlfcn.h>
 
 #include <cstring>
 #include <sstream>
@@ -18,9 +17,6 @@ namespace Halvorn {
 namespace RefHost {
 
 namespace {
-
-using InitFunction = bool (*)();
-using FactoryFunction = IPluginFactory* (*)();
 
 // A fixed-size field of a record: up to its first zero, never past its end.
 std::string field(const char* text, size_t size) { return std::string(text, strnlen(text, size)); }
@@ -39,27 +35,6 @@ std::string cidText(const uint8* cid) {
 }
 
 std::string quoted(const std::string& text) { return "\"" + text + "\""; }
-
-std::string resultText(tresult result) {
-    switch (result) {
-    case kResultOk:
-        return "kResultOk";
-    case kResultFalse:
-        return "kResultFalse";
-    case kInvalidArgument:
-        return "kInvalidArgument";
-    case kNotImplemented:
-        return "kNotImplemented";
-    case kNoInterface:
-        return "kNoInterface";
-    case kOutOfMemory:
-        return "kOutOfMemory";
-    case kInternalError:
-        return "kInternalError";
-    default:
-        return std::to_string(result);
-    }
-}
 
 void printClass(IPluginFactory& factory, int32 index, std::ostream& out) {
     ClassInfo info{};
@@ -112,46 +87,17 @@ void runService(IPluginFactory& factory, const ClassInfo& info, Workstation& sta
         << resultText(service->terminate()) << "\n";
 }
 
-struct ModuleEntries {
-    InitFunction initDll = nullptr;
-    InitFunction exitDll = nullptr;
-    FactoryFunction getFactory = nullptr;
-};
-
-// Loads the module as a host does and finds its entries; the handle, or null after one line
-// on err.
-void* openModule(const std::string& modulePath, ModuleEntries& entries, std::ostream& err) {
-    void* module = dlopen(modulePath.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!module) {
-        err << "corvelle-host: can't load the module " << modulePath << ": " << dlerror() << "\n";
-        return nullptr;
-    }
-    entries = {reinterpret_cast<InitFunction>(dlsym(module, "InitDll")),
-               reinterpret_cast<InitFunction>(dlsym(module, "ExitDll")),
-               reinterpret_cast<FactoryFunction>(dlsym(module, "GetPluginFactory"))};
-    if (!entries.initDll || !entries.exitDll || !entries.getFactory) {
-        err << "corvelle-host: " << modulePath << " lacks InitDll, ExitDll or GetPluginFactory\n";
-        dlclose(module);
-        return nullptr;
-    }
-    return module;
-}
-
 } // namespace
 
 int runPlugin(const std::string& modulePath, std::ostream& out, std::ostream& err) {
-    ModuleEntries entries;
-    void* module = openModule(modulePath, entries, err);
-    if (!module)
+    LoadedModule module;
+    if (!module.open(modulePath, err))
         return 1;
-    auto [initDll, exitDll, getFactory] = entries;
     out << "module   " << modulePath << "\n";
-    out << "InitDll  " << (initDll() ? "true" : "false") << "\n";
-    IPluginFactory* factory = getFactory();
+    out << "InitDll  " << (module.initResult() ? "true" : "false") << "\n";
+    IPluginFactory* factory = module.factory();
     if (!factory) {
         err << "corvelle-host: GetPluginFactory gave no factory\n";
-        exitDll();
-        dlclose(module);
         return 1;
     }
     LedgerReport report;
@@ -175,8 +121,7 @@ int runPlugin(const std::string& modulePath, std::ostream& out, std::ostream& er
         out << "factory released, count now " << factory->release() << "\n";
         report = station.close();
     }
-    out << "ExitDll  " << (exitDll() ? "true" : "false") << "\n";
-    dlclose(module);
+    out << "ExitDll  " << (module.finish() ? "true" : "false") << "\n";
     out << "leak check: " << report.text();
     if (!report.clean()) {
         err << "corvelle-host: the host's objects were not given back as they should be\n";
@@ -187,18 +132,16 @@ int runPlugin(const std::string& modulePath, std::ostream& out, std::ostream& er
 
 std::string versionLine(const std::string& modulePath) {
     std::ostringstream ignored; // the line itself says when the module can't be loaded
-    ModuleEntries entries;
     std::string version = "unknown: can't load " + modulePath;
-    if (void* module = openModule(modulePath, entries, ignored)) {
-        entries.initDll();
+    LoadedModule module;
+    if (module.open(modulePath, ignored)) {
         {
             // Let go of the factory before the module closes.
-            const auto factory = IPtr<IPluginFactory>::adopt(entries.getFactory());
+            const auto factory = IPtr<IPluginFactory>::adopt(module.factory());
             const std::string row = factory ? CorvelleSupport::classRowVersion(*factory) : "";
             version = row.empty() ? "unknown" : row;
         }
-        entries.exitDll();
-        dlclose(module);
+        module.finish();
     }
     return std::string("corvelle-host ") + CORVELLE_VERSION + " (module class version " + version +
            ")";

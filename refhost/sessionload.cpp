@@ -1,6 +1,7 @@
 // Reading a session file into a workstation. Every fault names its place as a JSON path and
 // leaves nothing loaded.
 #include "faderlaw.h"
+#include "sessionchecks.h"
 #include "text.h"
 #include "workstation.h"
 
@@ -129,6 +130,7 @@ private:
     Workstation& s_;
     std::string base_;
     std::set<const Channel*> taken_;
+    int partDepth_ = 0;
 };
 
 std::string Loader::resolve(const std::string& path) const {
@@ -169,6 +171,16 @@ void Loader::loadPlugins(const json& root) {
                     fail(at(place, "id"), "the parameter id is used twice");
             info.title = toUtf16(text(p, "title", place, {}));
             info.defaultValue = unit(p, "default", place, 0.0);
+            info.unit = text(p, "unit", place, {});
+            info.minimum = number(p, "min", place, 0.0);
+            info.maximum = number(p, "max", place, 1.0);
+            info.infiniteBottom = flag(p, "infinite", place, false);
+            const json& choices = list(p, "choices", place);
+            for (size_t c = 0; c < choices.size(); ++c) {
+                if (!choices[c].is_string())
+                    fail(at(at(place, "choices"), c), "expected a text");
+                info.choices.push_back(choices[c].get<std::string>());
+            }
             type.parameters.push_back(info);
         }
         const json& presets = list(entry, "presets", where);
@@ -192,6 +204,8 @@ void Loader::loadMedia(const json& root) {
         std::string kind = text(entry, "kind", where, "audio");
         std::string pathText = required(entry, "path", where);
         std::string path = resolve(pathText);
+        if (!isRegularFile(path))
+            fail(at(where, "path"), "'" + path + "' is missing or not a regular file");
         IPtr<MediaFile> file;
         if (kind == "audio") {
             auto clip = s_.ledger.make<AudioClip>();
@@ -275,7 +289,14 @@ void addModules(Workstation& s, Channel& channel, const json& modules, const std
             channel.addModule(slot.get());
             continue;
         }
-        auto module = s.ledger.make<ParamOwner>("channel strip module", name);
+        // A module with a plug-in is that plug-in, held by its slot "<name> Slot" as the
+        // host's own modules are; its host parameters sit beside the plug-in's own.
+        IPtr<ParamOwner> module;
+        if (const json* plugin = find(entry, "plugin"))
+            module = IPtr<ParamOwner>(loadPlugin(s, *plugin, at(place, "plugin")).get());
+        else
+            module = s.ledger.make<ParamOwner>("channel strip module", name);
+        module->name = name;
         const json& parameters = list(entry, "parameters", place);
         for (size_t k = 0; k < parameters.size(); ++k) {
             std::string p = at(at(place, "parameters"), k);
@@ -293,6 +314,15 @@ void addModules(Workstation& s, Channel& channel, const json& modules, const std
                 .normalized = unit(row, "value", p, 0.0);
         }
         channel.addModule(module.get());
+        if (auto* plugin = dynamic_cast<Plugin*>(module.get())) {
+            std::string slotName = name + " Slot";
+            if (channel.findModule(slotName.c_str()))
+                fail(at(place, "name"), "the channel has the slot of this module twice");
+            auto slot = s.ledger.make<Slot>(slotName);
+            slot->param("on")->normalized = flag(entry, "on", place, true) ? 1.0 : 0.0;
+            slot->setPlugin(plugin);
+            channel.addModule(slot.get());
+        }
     }
 }
 
@@ -306,7 +336,8 @@ void Loader::loadChannel(const json& entry, const std::string& where) {
         fail(at(where, "kind"), "unknown channel kind '" + kind + "'");
     auto channel = s_.ledger.make<Channel>(kind, id, &s_.mixer->maximumGain);
     channel->title = toUtf16(text(entry, "title", where, id));
-    channel->param("volume")->normalized = unit(entry, "volume", where, 0.0);
+    channel->param("volume")->normalized =
+        unit(entry, "volume", where, unityValue(s_.mixer->maximumGain));
     channel->param("mute")->normalized = flag(entry, "mute", where, false) ? 1.0 : 0.0;
     channel->param("solo")->normalized = flag(entry, "solo", where, false) ? 1.0 : 0.0;
     channel->panner()->param("panX")->normalized = unit(entry, "pan", where, 0.5);
@@ -343,6 +374,8 @@ void Loader::routeChannel(const json& entry, const std::string& where) {
         Channel* target = s_.mixer->channel(output);
         if (!target)
             fail(at(where, "output"), "no channel has the id '" + output + "'");
+        if (target == channel)
+            fail(at(where, "output"), "a channel can't be routed to itself");
         if (channel->setDestination(target) != kResultOk)
             fail(at(where, "output"), "the channel can't be routed to '" + output + "'");
     }
@@ -360,6 +393,8 @@ void Loader::routeChannel(const json& entry, const std::string& where) {
         Channel* target = s_.mixer->channel(to);
         if (!target)
             fail(at(place, "to"), "no channel has the id '" + to + "'");
+        if (target == channel)
+            fail(at(place, "to"), "a channel can't send to itself");
         if (send->setDestination(target) != kResultOk)
             fail(at(place, "to"), "a send goes to an FX or group channel only");
     }
@@ -432,14 +467,18 @@ IPtr<TimelineNode> Loader::loadItem(const json& entry, const std::string& where)
         event->warped = flag(entry, "warped", where, false);
         node = IPtr<TimelineNode>(event.get());
     } else if (kind == "audioPart") {
+        if (partDepth_ >= kDeepestPart)
+            fail(where, "parts nest too deep");
         node = IPtr<TimelineNode>(l.make<AudioPart>().get());
         const json& events = list(entry, "events", where);
+        ++partDepth_;
         for (size_t i = 0; i < events.size(); ++i) {
             IPtr<TimelineNode> child = loadItem(events[i], at(at(where, "events"), i));
             if (!node->accepts(*child))
                 fail(at(at(where, "events"), i), "an audio part holds audio events only");
             node->append(child);
         }
+        --partDepth_;
     } else if (kind == "midiPart") {
         node = IPtr<TimelineNode>(l.make<MidiPart>().get());
         const json& notes = list(entry, "notes", where);
@@ -491,9 +530,11 @@ void Loader::loadLanes(Track& track, const json& entry, const std::string& where
             fail(at(place, "path"),
                  "nothing below the track's channel has the path '" + path + "'");
         std::string name = required(row, "parameter", place);
+        uint32 number = 0;
+        if (name[0] == '#' && !parseParameterNumber(name, number))
+            fail(at(place, "parameter"), "expected '#' and a parameter number, not '" + name + "'");
         Parameter* parameter = name[0] == '#' && dynamic_cast<Plugin*>(owner)
-                                   ? static_cast<Plugin*>(owner)->own(
-                                         uint32(std::strtoul(name.c_str() + 1, nullptr, 10)))
+                                   ? static_cast<Plugin*>(owner)->own(number)
                                    : owner->param(name);
         if (!parameter)
             fail(at(place, "parameter"), "'" + path + "' has no parameter '" + name + "'");
@@ -645,8 +686,9 @@ std::unique_ptr<Workstation> Workstation::load(const std::string& path, std::str
     json session;
     try {
         session = json::parse(in);
-    } catch (const json::parse_error& fault) {
-        error = path + ": not JSON (" + fault.what() + ")";
+    } catch (const json::exception& fault) {
+        // A number that JSON allows but a double can't hold (1e999) is no parse_error.
+        error = path + ": $: not JSON (" + fault.what() + ")";
         return nullptr;
     }
     size_t slash = path.find_last_of('/');

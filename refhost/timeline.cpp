@@ -34,7 +34,7 @@ tresult TimelineNode::setMuted(IHostEditContext*, bool value, IHostEditSession* 
 }
 
 tresult TimelineNode::setStart(IHostEditContext*, double position, IHostEditSession* session) {
-    start = position;
+    start = position - origin();
     record(session, "move");
     return kResultOk;
 }

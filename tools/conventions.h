@@ -15,6 +15,7 @@ constexpr int kJsonFormat = 1;
 // The help text's epilogue, so that --help and docs/cli.md tell the same codes.
 constexpr const char* kExitCodesHelp =
     "Exit codes: 0 success, 1 the work failed, 2 usage error, 3 finished with warnings "
-    "(for example a media file that could not be placed).\n";
+    "(for example a media file that could not be placed, or a path or entry the read refused), "
+    "128+N stopped by signal N, leaving nothing behind.\n";
 
 } // namespace CorvelleTool

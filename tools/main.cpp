@@ -1,10 +1,11 @@
-// corvelle: reads, lists, repacks and makes project packages through the library's host-free
-// door.
+// corvelle: reads, lists, checks, repacks and makes project packages through the library's
+// host-free door.
 #include "conventions.h"
 #include "corvelle/factory.h"
 #include "corvelle/ptr.h"
 #include "corvelle/version.h"
 #include "examplemodel.h"
+#include "interruption.h"
 #include "listing.h"
 #include "projectcommands.h"
 #include "repack.h"
@@ -70,13 +71,19 @@ int main(int argc, char** argv) {
     CLI::App* lsCommand = addPackageCommand(
         app, "ls", "List the archive's entries with their sizes, like unzip -l", args);
     lsCommand->add_flag("--json", args.json, "Print the list as JSON");
-    CLI::App* extractCommand =
-        addPackageCommand(app, "extract",
-                          "Read a package and copy its media to DIR/Audio, DIR/Video, DIR/Preset "
-                          "and DIR/Midi; exit 3 when a media file could not be placed",
-                          args);
+    CLI::App* extractCommand = addPackageCommand(
+        app, "extract",
+        "Read a package and copy its media to DIR/Audio, DIR/Video, DIR/Preset "
+        "and DIR/Midi; exit 3 when a media file could not be placed or the read refused one",
+        args);
     extractCommand->add_option("DIR", args.folder, "The folder that receives the media")
         ->required();
+
+    CLI::App* checkCommand = addPackageCommand(
+        app, "check",
+        "Read a package with its media into a temporary folder and list every path, entry or "
+        "copy that was refused or failed; exit 3 when there is one",
+        args);
 
     CLI::App* repackCommand = app.add_subcommand(
         "repack", "Read a package and write it again as a package of this library's own form; "
@@ -95,22 +102,31 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         return CorvelleSupport::answerParseError(app, error, "corvelle");
     }
-    try {
-        if (*infoCommand)
-            return info(args.package, args.json);
-        if (*dumpCommand)
-            return dump(args.package, args.json);
-        if (*lsCommand)
-            return listEntries(args.package, args.json);
-        if (*repackCommand)
-            return repack(args.package, args.output);
-        if (*newCommand)
-            return writeExamplePackage(args.output);
-        while (args.folder.size() > 1 && args.folder.back() == '/')
-            args.folder.pop_back();
-        return extract(args.package, args.folder);
-    } catch (const std::exception& error) {
-        std::cerr << "corvelle: " << error.what() << "\n";
-        return kExitFailed;
-    }
+    while (args.folder.size() > 1 && args.folder.back() == '/')
+        args.folder.pop_back();
+    Leftovers leftovers;
+    if (!args.output.empty())
+        leftovers.targets.push_back(args.output);
+    if (!args.folder.empty())
+        leftovers.mediaFolders.push_back(args.folder);
+    return runRemovingLeftovers(leftovers, [&]() {
+        try {
+            if (*infoCommand)
+                return info(args.package, args.json);
+            if (*dumpCommand)
+                return dump(args.package, args.json);
+            if (*lsCommand)
+                return listEntries(args.package, args.json);
+            if (*checkCommand)
+                return check(args.package);
+            if (*repackCommand)
+                return repack(args.package, args.output);
+            if (*newCommand)
+                return writeExamplePackage(args.output);
+            return extract(args.package, args.folder);
+        } catch (const std::exception& error) {
+            std::cerr << "corvelle: " << error.what() << "\n";
+            return kExitFailed;
+        }
+    });
 }

@@ -81,9 +81,11 @@ void printSummary(const ModelDump& dump) {
               << "Media files:       " << s.mediaFiles.size() << "\n";
 }
 
-// The model of a package read without its media, or nothing after the one error line.
-std::optional<ModelDump> readModel(const std::string& path) {
-    const auto package = readPackage(path, {});
+// The model of a package read without its media, or nothing after the one error line. What
+// the read refused or skipped is said on stderr and added to cases.
+std::optional<ModelDump> readModel(const std::string& path, std::vector<ReadCase>& cases) {
+    const auto package = readPackage(path, {}, cases);
+    reportCases(cases);
     IMediaProject* project = projectOf(package, path);
     if (!project)
         return std::nullopt;
@@ -93,29 +95,33 @@ std::optional<ModelDump> readModel(const std::string& path) {
 } // namespace
 
 int info(const std::string& path, bool json) {
-    const std::optional<ModelDump> model = readModel(path);
+    std::vector<ReadCase> cases;
+    const std::optional<ModelDump> model = readModel(path, cases);
     if (!model)
         return kExitFailed;
     if (json)
         std::cout << summaryJson(*model).dump(2) << "\n";
     else
         printSummary(*model);
-    return kExitSuccess;
+    return cases.empty() ? kExitSuccess : kExitWarnings;
 }
 
 int dump(const std::string& path, bool json) {
-    const std::optional<ModelDump> model = readModel(path);
+    std::vector<ReadCase> cases;
+    const std::optional<ModelDump> model = readModel(path, cases);
     if (!model)
         return kExitFailed;
     if (json)
         std::cout << withFormat(model->tree).dump(2) << "\n";
     else
         std::cout << renderOutline(model->tree);
-    return kExitSuccess;
+    return cases.empty() ? kExitSuccess : kExitWarnings;
 }
 
 int extract(const std::string& path, const std::string& folder) {
-    const auto package = readPackage(path, folder);
+    std::vector<ReadCase> cases;
+    const auto package = readPackage(path, folder, cases);
+    reportCases(cases);
     IMediaProject* project = projectOf(package, path);
     if (!project)
         return kExitFailed;
@@ -126,7 +132,23 @@ int extract(const std::string& path, const std::string& folder) {
             std::cout << file << "\n";
     std::cout << summary.mediaFiles.size() - unplaced.size() << " of " << summary.mediaFiles.size()
               << " media files in " << folder << "\n";
-    return warnUnplaced(unplaced, path);
+    return warnUnplaced(unplaced, path) == kExitSuccess && cases.empty() ? kExitSuccess
+                                                                         : kExitWarnings;
+}
+
+int check(const std::string& path) {
+    std::vector<ReadCase> cases;
+    std::error_code error;
+    const std::filesystem::path media = std::filesystem::temp_directory_path(error) / "media";
+    const auto package = readPackage(path, error ? std::string() : media.string(), cases);
+    for (const ReadCase& readCase : cases)
+        std::cout << describe(readCase) << "\n";
+    if (!projectOf(package, path))
+        return kExitFailed;
+    if (!cases.empty())
+        return kExitWarnings;
+    std::cout << "ok\n";
+    return kExitSuccess;
 }
 
 } // namespace CorvelleTool

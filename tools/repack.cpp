@@ -49,16 +49,24 @@ int repack(const std::string& in, const std::string& out) {
         std::cerr << "corvelle: cannot make a temporary folder for the media\n";
         return kExitFailed;
     }
-    const auto package = readPackage(in, media.path());
+    std::vector<ReadCase> cases;
+    const auto package = readPackage(in, media.path(), cases);
+    reportCases(cases);
     IMediaProject* project = package ? package->getProject() : nullptr;
     if (!project) {
         std::cerr << "corvelle: cannot read package '" << in << "'\n";
         return kExitFailed;
     }
+    // A medium that was there but didn't arrive would be missing from the new package.
+    if (lostMedium(cases))
+        return kExitFailed;
     // A medium the read could not place keeps the document's path, which the write can't find.
     const auto unplaced = unplacedMedia(walkProject(*project).summary.mediaFiles, media.path());
     const int written = writePackageFile(package.get(), out);
-    return written != kExitSuccess ? written : warnUnplaced(unplaced, in);
+    if (written != kExitSuccess)
+        return written;
+    return warnUnplaced(unplaced, in) == kExitSuccess && cases.empty() ? kExitSuccess
+                                                                       : kExitWarnings;
 }
 
 } // namespace CorvelleTool

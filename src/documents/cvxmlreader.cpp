@@ -60,6 +60,7 @@ bool CvXmlReader::parseTree(IBStream* stream) {
     failed = false;
     FXmlParser2 parser(this, "UTF-8");
     bool parsed = parser.parse(stream);
+    tooLarge = parser.wasTooLarge();
     // Only a finished tree is of use; the open elements are unlinked, so this frees them flat.
     openElements.removeAll();
     return parsed && !failed;

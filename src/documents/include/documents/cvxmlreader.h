@@ -37,6 +37,8 @@ public:
     [[nodiscard]] CvProject* readProject(const String& path);
     // The same from a stream standing at the document's first byte.
     [[nodiscard]] CvProject* readProject(IBStream* stream);
+    // True when the last reading failed on a token or a text over FXmlParser2::kMaxTokenBytes.
+    bool wasTooLarge() const { return tooLarge; }
 
     // For the parser alone.
     void startElement(FXmlParser2* parser, const char8* name, const char8** attributes) override;
@@ -56,6 +58,7 @@ private:
     TArray<IPtr<CvNode>> openElements;
     // Set when the parse had to be stopped: too deep, or out of memory.
     bool failed = false;
+    bool tooLarge = false;
 };
 
 } // namespace Halvorn
