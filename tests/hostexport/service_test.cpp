@@ -2,6 +2,7 @@
 // the package, the remembered folder and the work folders.
 #include "exportfixture.h"
 
+#include "common/filesizelimit.h"
 #include "common/testfiles.h"
 #include "package/cvpackagemanager.h"
 #include "package/cvpackagemanagerclient.h"
@@ -124,6 +125,19 @@ TEST_F(ServiceTest, CancelAndBadTargetsLeaveNothingBehind) {
     // A target the writer can't take (a folder stands there) fails and leaves it alone.
     ASSERT_EQ(::mkdir(out("z.corvelle").c_str(), 0700), 0);
     EXPECT_EQ(exportTo(out("z.corvelle")), kResultFalse);
+    EXPECT_EQ(listTree(out()), (std::vector<std::string>{"corvfiletmp/", "corvfiletmp/keep.txt",
+                                                         "y.corvelle", "z.corvelle/"}));
+
+    // A disk that fills up mid-write: no package, the old one intact, no folder of ours left.
+    const std::string before = TestSupport::readFile(out("y.corvelle"));
+    tresult full = kResultOk;
+    {
+        TestSupport::FileSizeLimit limit(512);
+        ASSERT_TRUE(limit.active());
+        full = exportTo(out("y.corvelle"));
+    }
+    EXPECT_EQ(full, kResultFalse);
+    EXPECT_EQ(TestSupport::readFile(out("y.corvelle")), before);
     EXPECT_EQ(listTree(out()), (std::vector<std::string>{"corvfiletmp/", "corvfiletmp/keep.txt",
                                                          "y.corvelle", "z.corvelle/"}));
 }
