@@ -1,10 +1,11 @@
 // Every published header compiles on its own, warning-free: an outside caller may include any
 // one of them first.
+#include "common/testfiles.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cctype>
-#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -33,17 +34,7 @@ std::string compileAlone(const std::string& header, int& status) {
                           "\"\\n' | c++ -std=c++17 -fsyntax-only -Wall -Wextra -Werror -I'" +
                           CORVELLE_INCLUDE_DIR + "' -I'" + CORVELLE_GENERATED_INCLUDE_DIR +
                           "' -x c++ - 2>&1";
-    std::string output;
-    status = -1;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return "could not start the compiler";
-    char buffer[4096];
-    size_t n;
-    while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0)
-        output.append(buffer, n);
-    status = pclose(pipe);
-    return output;
+    return TestSupport::runCommand(command, status);
 }
 
 class PublishedHeader : public testing::TestWithParam<std::string> {};

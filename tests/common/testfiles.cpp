@@ -2,11 +2,13 @@
 #include "testfiles.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <sys/wait.h>
 
 namespace fs = std::filesystem;
 
@@ -44,6 +46,21 @@ std::vector<std::string> listTree(const std::string& root) {
     }
     std::sort(names.begin(), names.end());
     return names;
+}
+
+std::string runCommand(const std::string& command, int& status) {
+    std::string output;
+    status = -1;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe)
+        return output;
+    char buffer[4096];
+    size_t got;
+    while ((got = std::fread(buffer, 1, sizeof buffer, pipe)) > 0)
+        output.append(buffer, got);
+    const int result = pclose(pipe);
+    status = WIFEXITED(result) ? WEXITSTATUS(result) : -1;
+    return output;
 }
 
 } // namespace TestSupport

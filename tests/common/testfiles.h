@@ -17,5 +17,8 @@ std::string readFile(const std::string& path);
 bool exists(const std::string& path);
 // Relative paths of every file and folder below root, sorted; folders end in "/".
 std::vector<std::string> listTree(const std::string& root);
+// Runs a shell command and gives back what it wrote to stdout; status is its exit code, or -1
+// when it could not start or did not exit.
+std::string runCommand(const std::string& command, int& status);
 
 } // namespace TestSupport

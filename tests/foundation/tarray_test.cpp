@@ -9,15 +9,14 @@
 
 using namespace Halvorn;
 
-TEST(TArray, AStepOfZeroOrBelowMinusOneNeverGrows) {
+// A step of zero or below minus one never grows; a bad index gives an unspoiled default and
+// changes nothing; removal takes the first equal and shifts down.
+TEST(TArray, GrowthBadIndicesAndRemoval) {
     for (int32 step : {0, -2}) {
         TArray<int32> fixed(step);
         EXPECT_FALSE(fixed.add(1));
         EXPECT_TRUE(fixed.isEmpty());
     }
-}
-
-TEST(TArray, BadIndexGivesAnUnspoiledDefaultAndChangesNothing) {
     TArray<int32> a;
     ASSERT_TRUE(a.add(7));
     EXPECT_EQ(a.at(-1), 0);
@@ -29,20 +28,17 @@ TEST(TArray, BadIndexGivesAnUnspoiledDefaultAndChangesNothing) {
     EXPECT_EQ(a.find(42), 0);
     EXPECT_FALSE(a.removeAt(-1));
     EXPECT_EQ(a.at(0), 7);
-}
-
-TEST(TArray, RemovesTheFirstEqualAndShiftsDown) {
-    TArray<int32> a;
+    TArray<int32> b;
     for (int32 v : {3, 1, 3, 2})
-        ASSERT_TRUE(a.add(v));
-    EXPECT_EQ(a.occurrences(3), 2);
-    EXPECT_TRUE(a.remove(3));
-    EXPECT_EQ(a.at(0), 1);
-    EXPECT_EQ(a.indexOf(3), 1);
-    TArray<int32> copy(a);
-    EXPECT_TRUE(a.removeAt(0));
+        ASSERT_TRUE(b.add(v));
+    EXPECT_EQ(b.occurrences(3), 2);
+    EXPECT_TRUE(b.remove(3));
+    EXPECT_EQ(b.at(0), 1);
+    EXPECT_EQ(b.indexOf(3), 1);
+    TArray<int32> copy(b);
+    EXPECT_TRUE(b.removeAt(0));
     EXPECT_EQ(copy.total(), 3);
-    EXPECT_EQ(a.at(0), 3);
+    EXPECT_EQ(b.at(0), 3);
 }
 
 TEST(TArray, AddingItsOwnElementAcrossAGrowth) {

@@ -1,6 +1,9 @@
 // Helpers of the package tests: a private temporary folder and a zip builder without minizip.
 #include "packagetestsupport.h"
 
+#include "package/cvzipreader.h"
+#include "package/cvzipwriter.h"
+
 #include <zlib.h>
 
 #include <cstdlib>
@@ -231,6 +234,16 @@ Halvorn::IPtr<Halvorn::IMediaProjectPackage> readWith(const std::string& package
     const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
     const std::u16string path(package.begin(), package.end());
     return IPtr<IMediaProjectPackage>::adopt(manager->readPackage(path.c_str(), &client));
+}
+
+bool zip(const std::string& folder, const std::string& archive) {
+    return Halvorn::CvZipWriter().zipFolder(Halvorn::String(folder.c_str()),
+                                            Halvorn::String(archive.c_str()));
+}
+
+bool unzip(const std::string& archive, const std::string& folder) {
+    return Halvorn::CvZipReader().unzipToFolder(Halvorn::String(archive.c_str()),
+                                                Halvorn::String(folder.c_str()));
 }
 
 } // namespace PackageTest

@@ -90,4 +90,8 @@ private:
 Halvorn::IPtr<Halvorn::IMediaProjectPackage> readWith(const std::string& package,
                                                       ReportingClient& client);
 
+// The archive layer alone: folder to archive and back.
+bool zip(const std::string& folder, const std::string& archive);
+bool unzip(const std::string& archive, const std::string& folder);
+
 } // namespace PackageTest

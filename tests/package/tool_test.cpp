@@ -38,15 +38,7 @@ ToolRun runTool(const std::string& arguments, const ScratchFolder& scratch) {
     const std::string errFile = scratch / "stderr.txt";
     const std::string command = "'" + kTool + "' " + arguments + " 2>'" + errFile + "'";
     ToolRun run{-1, {}, {}};
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return run;
-    char buffer[4096];
-    size_t got;
-    while ((got = fread(buffer, 1, sizeof buffer, pipe)) > 0)
-        run.out.append(buffer, got);
-    const int status = pclose(pipe);
-    run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    run.out = TestSupport::runCommand(command, run.status);
     run.err = readFile(errFile);
     return run;
 }

@@ -1,5 +1,4 @@
 // CvZipReader: entry forms, hostile names, links, oversized data and damaged archives.
-#include "package/cvzipreader.h"
 #include "packagetestsupport.h"
 
 #include <gtest/gtest.h>
@@ -11,11 +10,6 @@ using namespace Halvorn;
 using namespace PackageTest;
 
 namespace {
-
-bool unzip(const std::string& archive, const std::string& folder) {
-    CvZipReader reader;
-    return reader.unzipToFolder(String(archive.c_str()), String(folder.c_str()));
-}
 
 // Writes the archive into scratch, extracts it into scratch/out and gives what was extracted.
 std::vector<std::string> extract(const ScratchFolder& scratch, const std::string& bytes,

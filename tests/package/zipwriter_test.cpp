@@ -1,6 +1,4 @@
 // CvZipWriter: the exact entry parameters, order, names, and the round trip through the reader.
-#include "package/cvzipreader.h"
-#include "package/cvzipwriter.h"
 #include "packagetestsupport.h"
 
 #include <gtest/gtest.h>
@@ -12,16 +10,6 @@ using namespace Halvorn;
 using namespace PackageTest;
 
 namespace {
-
-bool zip(const std::string& folder, const std::string& archive) {
-    CvZipWriter writer;
-    return writer.zipFolder(String(folder.c_str()), String(archive.c_str()));
-}
-
-bool unzip(const std::string& archive, const std::string& folder) {
-    CvZipReader reader;
-    return reader.unzipToFolder(String(archive.c_str()), String(folder.c_str()));
-}
 
 struct LocalHeader {
     uint16_t needed, flags, method, time, date, extraLength;

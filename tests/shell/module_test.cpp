@@ -4,6 +4,8 @@
 #include "corvelle/package.h" // IMediaPackageManager::iid, a foreign identifier
 #include "corvelle/ptr.h"
 
+#include "common/testfiles.h"
+
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
@@ -11,6 +13,7 @@
 #include <cstdio>
 #include <cstring>
 #include <set>
+#include <sstream>
 #include <string>
 
 using namespace Halvorn;
@@ -67,22 +70,22 @@ template <class Char, size_t N> void expectFixedText(const Char (&field)[N], con
 
 TEST(ModuleExports, ExactlyTheFourEntryFunctions) {
     std::string command = std::string("nm -D --defined-only '") + CORVELLE_MODULE_PATH + "'";
-    FILE* pipe = popen(command.c_str(), "r");
-    ASSERT_NE(pipe, nullptr);
+    int status = -1;
+    std::istringstream lines(TestSupport::runCommand(command, status));
+    ASSERT_EQ(status, 0);
     std::set<std::string> names;
-    char line[512];
-    while (std::fgets(line, sizeof line, pipe)) {
-        char address[64], type[8], name[400];
-        ASSERT_EQ(std::sscanf(line, "%63s %7s %399s", address, type, name), 3) << line;
-        if (std::string(type) != "A")
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream fields(line);
+        std::string address, type, name;
+        ASSERT_TRUE(fields >> address >> type >> name) << line;
+        if (type != "A")
             names.insert(name);
     }
-    ASSERT_EQ(pclose(pipe), 0);
     EXPECT_EQ(names, (std::set<std::string>{"CreatePackageManager", "ExitDll", "GetPluginFactory",
                                             "InitDll"}));
 }
 
-TEST_F(ModuleTest, RecordsAreByteExact) {
+TEST_F(ModuleTest, RecordsAreByteExactAndBadIndexOrNullIsRefused) {
     auto factory = factory3();
     ASSERT_TRUE(factory);
 
@@ -127,14 +130,8 @@ TEST_F(ModuleTest, RecordsAreByteExact) {
     expectFixedText(wide.vendor, "");
     expectFixedText(wide.version, "1.0.30.119");
     expectFixedText(wide.sdkVersion, "FPI 3.2");
-}
 
-TEST_F(ModuleTest, BadIndexOrNullRecordIsRefused) {
-    auto factory = factory3();
-    ASSERT_TRUE(factory);
-    ClassInfo small;
-    ClassInfo2 info2;
-    ClassInfoWide wide;
+    // A bad index or a null record is refused.
     for (int32 index : {-1, 1, 0x7FFFFFFF}) {
         EXPECT_EQ(factory->getClassInfo(index, &small), kInvalidArgument) << index;
         EXPECT_EQ(factory->getClassInfo2(index, &info2), kInvalidArgument) << index;
