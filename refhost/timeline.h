@@ -43,11 +43,17 @@ public:
     // Whether child may be added below this object.
     virtual bool accepts(TimelineNode& child) const;
     const std::vector<IPtr<TimelineNode>>& children() const { return children_; }
-    void append(IPtr<TimelineNode> child) { children_.push_back(std::move(child)); }
+    void append(IPtr<TimelineNode> child) {
+        child->parent_ = this;
+        children_.push_back(std::move(child));
+    }
     // Takes child in through an edit session; a container may do more than append it.
     virtual void adopt(IPtr<TimelineNode> child) { append(std::move(child)); }
     bool holds(const TimelineNode* child) const;
-    [[nodiscard]] bool moveChild(const TimelineNode* child, int32 index);
+    // Puts child at index (at the end when index is past it) among this object's children,
+    // taking it from the parent it has elsewhere if this object accepts it. Never makes an
+    // object its own ancestor.
+    [[nodiscard]] bool moveChild(TimelineNode* child, int32 index);
 
     std::string id;
     std::u16string name;
@@ -61,12 +67,14 @@ public:
 
 protected:
     FUnknown* faceFor(const FUID& iid) override;
-    void dispose() override { children_.clear(); }
+    void dispose() override;
     // Notes a change in session, when there is one.
     void record(IHostEditSession* session, const char* what);
 
 private:
     std::vector<IPtr<TimelineNode>> children_;
+    // The object whose children hold this one; null at the top or once taken out.
+    TimelineNode* parent_ = nullptr;
 };
 
 // A walk over a snapshot of children.

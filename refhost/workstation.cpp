@@ -230,6 +230,8 @@ bool Workstation::claimId(const std::string& id) { return ids_.insert(id).second
 
 IPtr<Channel> Workstation::makeChannel(const std::string& kind, const std::string& id) {
     auto channel = ledger.make<Channel>(kind, id, &mixer->maximumGain);
+    for (int32 slot = 0; slot < Channel::kSendSlots; ++slot)
+        channel->addSend();
     // The template was checked when the session loaded; a new channel takes what it can.
     try {
         addModules(*this, *channel, stripTemplate, "$.mixer.strip");
