@@ -123,10 +123,10 @@ void CvHostProject::importMidiClip(FUnknown* hostTrack, IMediaClip* clip,
     fields.color(item.get(), sessions.context.get());
     sessions.step->add(local.get(), IPtr<IHostTimelineObject>(item).release());
     sessions.step->commit(project_.get(), u"Import Clip");
-    if (clip->getEventCount() == 0)
-        return;
-    IPtr<IHostEditContext> notes = IPtr<IHostEditContext>::adopt(local->contextFor(part.get()));
-    if (!notes)
+    IPtr<IHostEditContext> notes =
+        clip->getEventCount() != 0 ? IPtr<IHostEditContext>::adopt(local->contextFor(part.get()))
+                                   : nullptr;
+    if (clip->getEventCount() != 0 && !notes)
         return;
     // The model keeps notes relative to the clip's content; the host wants the timeline.
     double shift = fields.time->getStart() - fields.time->getOffset();
