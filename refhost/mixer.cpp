@@ -151,7 +151,9 @@ IHostParameterOwner* ParamOwner::getChild(int32 index) {
 }
 
 const char8* ParamOwner::getPath() {
-    pathText_ = path();
+    // The text stays where it is while the path is unchanged: callers keep it between calls.
+    if (std::string fresh = path(); fresh != pathText_)
+        pathText_ = std::move(fresh);
     return pathText_.c_str();
 }
 

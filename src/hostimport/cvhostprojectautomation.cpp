@@ -89,10 +89,11 @@ const char8* hostTitleOf(const char16* name, bool onSend) {
     return nullptr;
 }
 
-const char8* automationPath(IHostParameterOwner* owner) {
-    IPtr<IHostAutomationTarget> target = Halvorn::queryInterface<IHostAutomationTarget>(owner);
+// A copy: the host's text may not outlive the next question to the same object.
+std::string automationPath(IHostParameterOwner* owner) {
+    IPtr<IHostAutomationTarget> target = queryInterface<IHostAutomationTarget>(owner);
     const char8* path = target ? target->getPath() : nullptr;
-    return path && *path ? path : nullptr;
+    return path ? std::string(path) : std::string();
 }
 
 void addAutomationPoint(IHostContext* host, IHostEditSession* step, IHostEditContext* lane,
@@ -176,17 +177,19 @@ void CvHostProject::importLane(IMediaAutomation* automation, IMediaTrack* owner,
     IHostParameterOwner* hostOwner = entry->object;
     if (name == String(kParamPan))
         hostOwner = findChild(hostOwner, "Panner");
-    const char8* path = automationPath(hostOwner);
+    std::string path = automationPath(hostOwner);
     IPtr<IMediaObject> channelIdentity = Halvorn::queryInterface<IMediaObject>(owner->getChannel());
     const CvDeviceRegistry::Entry* channel =
-        path && channelIdentity ? devices_.find(channelIdentity->getId()) : nullptr;
-    const char8* base = channel ? automationPath(channel->object) : nullptr;
-    if (!base)
+        !path.empty() && channelIdentity ? devices_.find(channelIdentity->getId()) : nullptr;
+    std::string base = channel ? automationPath(channel->object) : std::string();
+    if (base.empty())
         return;
     // The lane names its parameter's owner relative to the track's channel.
-    String relative(path);
-    relative.replace(String(base), String(""));
-    relative.remove(0, 1);
+    std::string relative = path;
+    for (size_t at = relative.find(base); at != std::string::npos; at = relative.find(base, at))
+        relative.erase(at, base.size());
+    if (!relative.empty())
+        relative.erase(0, 1);
     FUnknown* hostTrack = tracks_.findByMixerChannel(channel->object);
     IPtr<IHostObjectType> type = Halvorn::queryInterface<IHostObjectType>(hostTrack);
     IHostAutomationFolder* folder = type ? type->getAutomationFolder() : nullptr;
@@ -194,7 +197,7 @@ void CvHostProject::importLane(IMediaAutomation* automation, IMediaTrack* owner,
     uint32 tag = 0;
     if (!lanes || !resolveParameterTag(hostOwner, container, parameter, &tag))
         return;
-    FUnknown* lane = lanes->getLane(relative.text8(), tag, true);
+    FUnknown* lane = lanes->getLane(relative.c_str(), tag, true);
     if (!lane)
         return;
     folder->setOpen(true);
