@@ -50,8 +50,11 @@ bool ImportTest::importPackage(const std::string& projectXml,
     }
     std::string packagePath = folder->path() + "/test.corvelle";
     CvZipWriter zip;
-    if (!zip.zipFolder(String(tree.c_str()), String(packagePath.c_str())))
-        return false;
+    return zip.zipFolder(String(tree.c_str()), String(packagePath.c_str())) &&
+           importFile(packagePath);
+}
+
+bool ImportTest::importFile(const std::string& packagePath) {
 
     auto client = IPtr<CvPackageManagerClient>::adopt(new CvPackageManagerClient);
     String base(projectFolder().c_str());

@@ -28,6 +28,8 @@ protected:
     // project's folders and imports its model. False when the package couldn't be read.
     bool importPackage(const std::string& projectXml,
                        const std::map<std::string, std::string>& files = {});
+    // Reads the package file into the project's folders and imports its model.
+    bool importFile(const std::string& packagePath);
     std::string projectFolder() const { return folder->path() + "/project"; }
 
     // The names of the undo history's steps, oldest first.
