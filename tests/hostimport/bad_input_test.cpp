@@ -74,12 +74,14 @@ TEST_F(ImportTest, AHostilePackageWritesOnlyIntoTheMediaFolders) {
 
     std::vector<std::string> after = TestSupport::listTree(folder->path());
     for (const std::string& entry : after)
-        if (std::find(before.begin(), before.end(), entry) == before.end())
+        if (std::find(before.begin(), before.end(), entry) == before.end()) {
             EXPECT_TRUE(entry == "hostile.corvelle" || entry.rfind("project/", 0) == 0) << entry;
-    for (const std::string& entry : TestSupport::listTree(projectFolder()))
+        }
+    for (const std::string& entry : TestSupport::listTree(projectFolder())) {
         EXPECT_TRUE(entry.rfind("Audio/", 0) == 0 || entry.rfind("Preset/", 0) == 0 ||
                     entry.rfind("Video/", 0) == 0 || entry.rfind("Midi/", 0) == 0)
             << entry;
+    }
     EXPECT_TRUE(temporary.leftovers().empty());
     EXPECT_EQ(stepNames().back(), "Import Corvelle");
 }

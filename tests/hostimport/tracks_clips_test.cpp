@@ -62,7 +62,7 @@ const char* kArrangement =
 TEST_F(ImportTest, TracksAndClipsMakeTheirStepsInOrder) {
     ASSERT_TRUE(importPackage(document(kStructure, kArrangement),
                               {{"audio/take.wav", wavBytes(folder->path() + "/take.wav")},
-                               {"video/film.mp4", "not decoded"}}));
+                               {"video/film.mp4", RefHostTest::movieFile(0, 1000, 3000)}}));
 
     EXPECT_EQ(stepNames(),
               (std::vector<std::string>{
@@ -120,6 +120,8 @@ TEST_F(ImportTest, TracksAndClipsMakeTheirStepsInOrder) {
     EXPECT_EQ(videos[0]->name, u"Shot");
     EXPECT_EQ(videos[0]->offset, 1.0);
     EXPECT_EQ(videos[0]->clip->path(), projectFolder() + "/Video/film.mp4");
+    // Its length comes from the file, so that exporting it again has a rate to divide by.
+    EXPECT_EQ(videos[0]->clip->getFrameCount(), 144000);
 
     // Notes stand on the timeline: content 1.0 in a clip at 10.0 playing from 2.0 is at 9.0.
     auto midiParts = itemsOf<RefHost::MidiPart>(hostTrack(u"Keys"));
