@@ -6,7 +6,7 @@
 #include <map>
 
 using namespace Halvorn;
-using namespace Halvorn::ImportTest;
+using namespace Halvorn::HostImportTest;
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include <fstream>
 
 using namespace Halvorn;
-using namespace Halvorn::ImportTest;
+using namespace Halvorn::HostImportTest;
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <cmath>
 
 using namespace Halvorn;
-using namespace Halvorn::ImportTest;
+using namespace Halvorn::HostImportTest;
 
 namespace {
 

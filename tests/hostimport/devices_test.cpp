@@ -6,7 +6,7 @@
 #include "model/cvparameter.h"
 
 using namespace Halvorn;
-using namespace Halvorn::ImportTest;
+using namespace Halvorn::HostImportTest;
 
 namespace {
 

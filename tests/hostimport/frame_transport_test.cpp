@@ -5,7 +5,7 @@
 #include "hostimport/cvhostproject.h"
 
 using namespace Halvorn;
-using namespace Halvorn::ImportTest;
+using namespace Halvorn::HostImportTest;
 using RefHost::SignatureEvent;
 using RefHost::TempoEvent;
 

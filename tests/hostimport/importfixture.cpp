@@ -10,7 +10,7 @@
 #include <fstream>
 
 namespace Halvorn {
-namespace ImportTest {
+namespace HostImportTest {
 
 namespace fs = std::filesystem;
 
@@ -101,5 +101,5 @@ IPtr<IHostEditContext> ImportTest::contextFor(FUnknown* object) const {
     return IPtr<IHostEditContext>::adopt(top->contextFor(object));
 }
 
-} // namespace ImportTest
+} // namespace HostImportTest
 } // namespace Halvorn

@@ -10,7 +10,7 @@
 #include <vector>
 
 namespace Halvorn {
-namespace ImportTest {
+namespace HostImportTest {
 
 using RefHostTest::HostTest;
 
@@ -50,5 +50,5 @@ protected:
     IPtr<IHostEditContext> contextFor(FUnknown* object) const;
 };
 
-} // namespace ImportTest
+} // namespace HostImportTest
 } // namespace Halvorn

@@ -7,7 +7,7 @@
 #include <sstream>
 
 using namespace Halvorn;
-using namespace Halvorn::ImportTest;
+using namespace Halvorn::HostImportTest;
 
 namespace {
 
