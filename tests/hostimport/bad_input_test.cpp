@@ -7,6 +7,7 @@
 #include "package/packagetestsupport.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 
 using namespace Halvorn;
@@ -84,6 +85,24 @@ TEST_F(ImportTest, AHostilePackageWritesOnlyIntoTheMediaFolders) {
     }
     EXPECT_TRUE(temporary.leftovers().empty());
     EXPECT_EQ(stepNames().back(), "Import Corvelle");
+}
+
+TEST_F(ImportTest, AMediaNameThatExistsKeepsTheProjectsFile) {
+    std::filesystem::create_directories(projectFolder() + "/Audio");
+    RefHostTest::writeWav(projectFolder() + "/Audio/take.wav", 100, 1, 44100);
+    RefHostTest::writeWav(folder->path() + "/new.wav", 200, 1, 44100);
+    std::ifstream in(folder->path() + "/new.wav", std::ios::binary);
+    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
+    ASSERT_TRUE(importPackage(
+        document("<Track contentType=\"audio\" id=\"a\" name=\"A\"/>",
+                 "<Lanes timeUnit=\"seconds\"><Lanes track=\"a\"><Clips><Clip duration=\"1\">"
+                 "<Clips><Clip><Audio><File path=\"audio/take.wav\"/></Audio></Clip></Clips>"
+                 "</Clip></Clips></Lanes></Lanes>"),
+        {{"audio/take.wav", bytes}}));
+    auto events = itemsOf<RefHost::AudioEvent>(hostTrack(u"A"));
+    ASSERT_EQ(events.size(), 1u);
+    // The package's file of the same name is not copied: the event plays the one already there.
+    EXPECT_EQ(events[0]->clip->facts.frames, 100);
 }
 
 } // namespace
