@@ -1,6 +1,5 @@
 // The order of a whole import, and its transport stage.
 #include "hostimport/cvhostproject.h"
-#include "hostimport/cvhostprogressdialog.h"
 #include "hostimport/importutilities.h"
 #include "hostimport/transportimport.h"
 
@@ -9,6 +8,35 @@ namespace Halvorn {
 using namespace CvHostUtilities;
 
 namespace {
+// The host's progress dialog, open while it lives; nothing when the host has none. The import
+// keeps its own, since the shell's dialog lies above this layer.
+class ImportProgress {
+public:
+    explicit ImportProgress(IHostContext* host)
+        : dialog_(getHostInterface<IHostProgressDialog>(host)) {
+        if (dialog_) {
+            dialog_->setup(3, u"Import Corvelle", &cancelFlag_);
+            dialog_->open();
+        }
+    }
+    ~ImportProgress() {
+        if (dialog_)
+            dialog_->close();
+    }
+    ImportProgress(const ImportProgress&) = delete;
+    ImportProgress& operator=(const ImportProgress&) = delete;
+
+    void setText(const char16* text) {
+        if (dialog_)
+            dialog_->setText(text);
+    }
+
+private:
+    IPtr<IHostProgressDialog> dialog_;
+    // Handed to the host and never read: an import runs to its end.
+    uint8 cancelFlag_ = 0;
+};
+
 IMediaTrack* findTrackByContent(IMediaProject* model, uint32 contentType) {
     for (uint32 index = 0, count = model->getTrackCount(); index < count; ++index) {
         IMediaTrack* track = model->getTrack(index);
@@ -60,8 +88,7 @@ void CvHostProject::importProject(IMediaProject* model) {
     sessions.context = IPtr<IHostEditContext>::adopt(project_->getEditContext(0));
     if (!sessions.context)
         return;
-    CvHostProgressDialog progress(host_.get(), String("Import Corvelle"));
-    progress.start();
+    ImportProgress progress(host_.get());
 
     // New plug-ins would each open their editor during the import.
     IPtr<IHostObjectRegistry> registry = getHostInterface<IHostObjectRegistry>(host_.get());
@@ -74,10 +101,10 @@ void CvHostProject::importProject(IMediaProject* model) {
         editors->setNormalized(0.0f, true);
     }
 
-    progress.setText(String("Import Transport"));
+    progress.setText(u"Import Transport");
     importTransport(model, sessions);
 
-    progress.setText(String("Import Tracks"));
+    progress.setText(u"Import Tracks");
     bool selected = false;
     for (uint32 index = 0, count = model->getTrackCount(); index < count; ++index) {
         IMediaTrack* track = model->getTrack(index);

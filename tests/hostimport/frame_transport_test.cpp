@@ -4,6 +4,8 @@
 
 #include "hostimport/cvhostproject.h"
 
+#include <cstdio>
+
 using namespace Halvorn;
 using namespace Halvorn::HostImportTest;
 using RefHost::SignatureEvent;
@@ -23,6 +25,9 @@ TEST_F(ImportTest, AnEmptyModelSetsTheTransportAndClosesWithOneStep) {
     RefHost::Parameter* editors = station->mixer->param("autoOpenPluginEditor");
     ASSERT_EQ(editors->normalized, 1.0);
     int32 notifiedBefore = editors->notifications;
+    std::FILE* drawn = std::tmpfile();
+    ASSERT_TRUE(drawn);
+    station->progressOut = drawn;
 
     ASSERT_TRUE(importPackage(document("", "",
                                        "<Transport><Tempo unit=\"bpm\" value=\"90\"/>"
@@ -30,6 +35,13 @@ TEST_F(ImportTest, AnEmptyModelSetsTheTransportAndClosesWithOneStep) {
                                        "</Transport>")));
 
     EXPECT_EQ(stepNames(), std::vector<std::string>{"Import Corvelle"});
+    std::rewind(drawn);
+    char text[4096] = {};
+    std::string shown(text, std::fread(text, 1, sizeof text - 1, drawn));
+    std::fclose(drawn);
+    station->progressOut = nullptr;
+    EXPECT_NE(shown.find("Import Corvelle: Import Transport"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("Import Corvelle: Import Tracks"), std::string::npos) << shown;
     auto* tempo = dynamic_cast<RefHost::TempoTrack*>(hostTrack(u"Tempo"));
     auto* signature = dynamic_cast<RefHost::SignatureTrack*>(hostTrack(u"Signature"));
     ASSERT_TRUE(tempo && signature);
