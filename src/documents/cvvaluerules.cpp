@@ -88,6 +88,9 @@ bool readBoolean(const String& text) { return text == String(CvSchema::Text::kTr
 bool isSeconds(const String& text) { return text == String(CvSchema::Text::kSeconds); }
 
 String formatReal(double value, uint32 precision) {
+    // A package never holds a non-finite number: no reader could take it back.
+    if (!std::isfinite(value))
+        value = 0.0;
     std::string text;
     auto print = [&text](const char8* format, auto... args) {
         int size = std::snprintf(nullptr, 0, format, args...);
@@ -106,7 +109,7 @@ String formatReal(double value, uint32 precision) {
     } else {
         double magnitude = std::fabs(value);
         double scale = magnitude >= 1.0 ? std::log10(magnitude) : std::log10(1.0 / magnitude) + 1.0;
-        // scale is at least 0 here; a non-finite one keeps the full precision, as a large one does.
+        // scale is at least 0 here; a huge one keeps the full precision.
         uint32 decimals = precision;
         if (std::isfinite(scale) && scale < 17.0) {
             uint32 room = 16u - static_cast<uint32>(scale);

@@ -1,10 +1,10 @@
 // Plug-ins into insert slots, the instrument of a track, class ids, parameter texts and presets.
 #include "hostimport/devicetranslation.h"
+#include "documents/cvvaluerules.h"
 #include "foundation/ffilesystem.h"
 #include "hostimport/importutilities.h"
 
 #include <algorithm>
-#include <cinttypes>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -229,27 +229,8 @@ String parameterText(IMediaParameter* parameter, bool titleWay) {
         value *= 1000.0;
     if (titleWay && parameter->getUnit() == kUnitSemitones)
         value = 440.0 * std::pow(2.0, -5.75) * std::pow(2.0, value / 12.0);
-    char8 text[400];
-    if (std::isfinite(value) && value == std::floor(value) && value >= -9223372036854775808.0 &&
-        value < 9223372036854775808.0) {
-        std::snprintf(text, sizeof text, "%" PRId64, int64(value));
-        return String(text);
-    }
-    int precision = 6;
-    if (std::isfinite(value) && value != 0.0) {
-        double magnitude = std::fabs(value);
-        double digits = magnitude >= 1.0 ? std::log10(magnitude) : 1.0 - std::log10(magnitude);
-        precision = std::max(0, std::min(6, 16 - int(digits)));
-    }
-    std::snprintf(text, sizeof text, "%.*f", precision, value);
-    size_t length = std::strlen(text);
-    if (std::strchr(text, '.')) {
-        while (length > 0 && text[length - 1] == '0')
-            text[--length] = 0;
-        if (length > 0 && text[length - 1] == '.')
-            text[--length] = 0;
-    }
-    return String(text);
+    // Whole numbers plain, others with at most six decimals, as the document writer puts them.
+    return CvValueRules::formatReal(value, 6);
 }
 
 bool setParameterByText(IHostParameterOwner* plugin, const char8* id, const String& text) {
