@@ -39,7 +39,8 @@ void ImportTest::SetUp() {
 }
 
 bool ImportTest::importPackage(const std::string& projectXml,
-                               const std::map<std::string, std::string>& files) {
+                               const std::map<std::string, std::string>& files,
+                               IHostContext* host) {
     std::string tree = folder->path() + "/package-tree";
     fs::remove_all(tree);
     fs::create_directories(tree);
@@ -51,10 +52,10 @@ bool ImportTest::importPackage(const std::string& projectXml,
     std::string packagePath = folder->path() + "/test.corvelle";
     CvZipWriter zip;
     return zip.zipFolder(String(tree.c_str()), String(packagePath.c_str())) &&
-           importFile(packagePath);
+           importFile(packagePath, host);
 }
 
-bool ImportTest::importFile(const std::string& packagePath) {
+bool ImportTest::importFile(const std::string& packagePath, IHostContext* host) {
 
     auto client = IPtr<CvPackageManagerClient>::adopt(new CvPackageManagerClient);
     String base(projectFolder().c_str());
@@ -70,7 +71,7 @@ bool ImportTest::importFile(const std::string& packagePath) {
         manager->readPackage(String(packagePath.c_str()).text16(), client.get()));
     if (!package || !package->getProject())
         return false;
-    auto importer = IPtr<CvHostProject>::adopt(new CvHostProject(host()));
+    auto importer = IPtr<CvHostProject>::adopt(new CvHostProject(host ? host : this->host()));
     importer->importProject(package->getProject());
     return true;
 }

@@ -27,9 +27,11 @@ protected:
     // Packs project.xml and the files (package path to bytes), reads the package into the
     // project's folders and imports its model. False when the package couldn't be read.
     bool importPackage(const std::string& projectXml,
-                       const std::map<std::string, std::string>& files = {});
-    // Reads the package file into the project's folders and imports its model.
-    bool importFile(const std::string& packagePath);
+                       const std::map<std::string, std::string>& files = {},
+                       IHostContext* host = nullptr);
+    // Reads the package file into the project's folders and imports its model through host, or
+    // through the workstation's own context when host is null.
+    bool importFile(const std::string& packagePath, IHostContext* host = nullptr);
     std::string projectFolder() const { return folder->path() + "/project"; }
 
     // The names of the undo history's steps, oldest first.
