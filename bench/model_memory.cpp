@@ -33,18 +33,14 @@ double secondsSince(std::chrono::steady_clock::time_point start) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-template <class T, class... Args> IPtr<T> make(Args&&... args) {
-    return IPtr<T>::adopt(new T(args...));
-}
-
 IPtr<CvProject> buildNotes() {
-    auto project = make<CvProject>("bench", "1");
+    auto project = newObject<CvProject>("bench", "1");
     for (int t = 0; t < kTracks; ++t) {
-        auto track = make<CvTrack>(kContentNotes, "");
+        auto track = newObject<CvTrack>(kContentNotes, "");
         for (int c = 0; c < kClipsPerTrack; ++c) {
-            auto clip = make<CvClip>(kEventMidi, "");
+            auto clip = newObject<CvClip>(kEventMidi, "");
             for (int e = 0; e < kEventsPerClip; ++e) {
-                auto note = make<CvMidiNoteEvent>(36 + e % 48, 0.75, 0);
+                auto note = newObject<CvMidiNoteEvent>(36 + e % 48, 0.75, 0);
                 note->setStart(e * 0.25);
                 note->setDuration(0.2);
                 clip->addEvent(note.get());
@@ -57,11 +53,11 @@ IPtr<CvProject> buildNotes() {
 }
 
 IPtr<CvTrack> buildAutomation() {
-    auto track = make<CvTrack>(kContentAutomation, "");
+    auto track = newObject<CvTrack>(kContentAutomation, "");
     for (int l = 0; l < kLanes; ++l) {
-        auto lane = make<CvAutomation>(kUnitNormalized, "");
+        auto lane = newObject<CvAutomation>(kUnitNormalized, "");
         for (int p = 0; p < kPointsPerLane; ++p) {
-            auto point = make<CvAutomationPoint>();
+            auto point = newObject<CvAutomationPoint>();
             point->setTime(p * 0.01);
             point->setValue((p % 100) * 0.01);
             point->setInterpolation(kInterpolationLinear);

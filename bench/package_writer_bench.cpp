@@ -14,6 +14,7 @@
 #include "model/cvtrack.h"
 #include "package/cvpackage.h"
 #include "package/package_writer.h"
+#include "support/scratchfolder.h"
 
 #include <chrono>
 #include <cstdio>
@@ -35,10 +36,6 @@ double secondsSince(std::chrono::steady_clock::time_point start) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-template <class T, class... Args> IPtr<T> make(Args&&... args) {
-    return IPtr<T>::adopt(new T(args...));
-}
-
 std::u16string utf16(const std::string& ascii) {
     return std::u16string(ascii.begin(), ascii.end());
 }
@@ -54,11 +51,11 @@ void writeNoise(const std::string& path, size_t bytes, std::mt19937_64& random) 
 }
 
 IPtr<CvProject> projectWithMedia(const std::vector<std::string>& files) {
-    auto project = make<CvProject>(String("bench"), String("1"));
-    auto track = make<CvTrack>(kContentAudio, String("t"));
-    auto clip = make<CvClip>(kEventAudio, String());
+    auto project = newObject<CvProject>(String("bench"), String("1"));
+    auto track = newObject<CvTrack>(kContentAudio, String("t"));
+    auto clip = newObject<CvClip>(kEventAudio, String());
     for (const std::string& file : files) {
-        auto event = make<CvAudioEvent>(String());
+        auto event = newObject<CvAudioEvent>(String());
         event->setFile(utf16(file).c_str(), false);
         clip->addEvent(event.get());
     }
@@ -68,11 +65,11 @@ IPtr<CvProject> projectWithMedia(const std::vector<std::string>& files) {
 }
 
 IPtr<CvProject> projectWithNotes(long notes) {
-    auto project = make<CvProject>(String("bench"), String("1"));
-    auto track = make<CvTrack>(kContentNotes, String("t"));
-    auto clip = make<CvClip>(kEventMidi, String());
+    auto project = newObject<CvProject>(String("bench"), String("1"));
+    auto track = newObject<CvTrack>(kContentNotes, String("t"));
+    auto clip = newObject<CvClip>(kEventMidi, String());
     for (long i = 0; i < notes; ++i) {
-        auto note = make<CvMidiNoteEvent>(uint32(36 + i % 48), 0.75, uint32(i % 16));
+        auto note = newObject<CvMidiNoteEvent>(uint32(36 + i % 48), 0.75, uint32(i % 16));
         note->setStart(double(i) * 0.125);
         note->setDuration(0.1);
         clip->addEvent(note.get());
@@ -93,7 +90,7 @@ int run(long mediaMiB, const std::string& scratch) {
         writeNoise(files.back(), fileBytes, random);
     }
     auto project = projectWithMedia(files);
-    auto package = IPtr<CvPackage>::adopt(new CvPackage(project.get()));
+    auto package = newObject<CvPackage>(project.get());
 
     auto start = std::chrono::steady_clock::now();
     if (!writeProjectPackage(package.get(), utf16(scratch + "/ours.corvelle").c_str())) {
@@ -154,12 +151,11 @@ int run(long mediaMiB, const std::string& scratch) {
 
 int main(int argc, char** argv) {
     const long mediaMiB = argc > 1 ? std::atol(argv[1]) : 200;
-    const char* tmp = std::getenv("TMPDIR");
-    std::string scratch = std::string(tmp && *tmp ? tmp : "/tmp") + "/corvelle-bench-XXXXXX";
-    if (!mkdtemp(scratch.data()))
+    try {
+        const CorvelleSupport::ScratchFolder scratch;
+        return Halvorn::run(mediaMiB > 0 ? mediaMiB : 200, scratch.path());
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "corvelle_package_writer_bench: %s\n", error.what());
         return 1;
-    const int result = Halvorn::run(mediaMiB > 0 ? mediaMiB : 200, scratch);
-    std::error_code ignored;
-    std::filesystem::remove_all(scratch, ignored);
-    return result;
+    }
 }

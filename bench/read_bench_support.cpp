@@ -1,5 +1,6 @@
 // Scratch folder, child-process runs and printing shared by the read benchmarks.
 #include "read_bench_support.h"
+#include "support/scratchfolder.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -11,6 +12,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -58,14 +60,16 @@ bool readAll(int descriptor, void* data, std::size_t count) {
 
 } // namespace
 
-int runWithScratchFolder(const std::string& prefix,
+int runWithScratchFolder(const std::string& program,
                          const std::function<int(const std::string&)>& body) {
-    const char* tmp = std::getenv("TMPDIR");
-    std::string scratch = std::string(tmp && *tmp ? tmp : "/tmp") + "/" + prefix + "-XXXXXX";
-    if (!mkdtemp(scratch.data())) {
-        std::perror("mkdtemp");
+    std::unique_ptr<CorvelleSupport::ScratchFolder> folder;
+    try {
+        folder = std::make_unique<CorvelleSupport::ScratchFolder>();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s: %s\n", program.c_str(), error.what());
         return 1;
     }
+    const std::string& scratch = folder->path();
     std::fflush(stdout);
     const pid_t worker = fork();
     if (worker == 0) {
@@ -94,8 +98,6 @@ int runWithScratchFolder(const std::string& prefix,
             code = 1;
         }
     }
-    std::error_code ignored;
-    fs::remove_all(scratch, ignored);
     return code;
 }
 

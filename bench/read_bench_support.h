@@ -21,8 +21,8 @@ struct Run {
 
 // Makes a fresh folder below $TMPDIR (or /tmp), runs body in a child process with its path and
 // with $TMPDIR pointing into it, and removes the folder however the child ended, also when the
-// user interrupts the run. Gives the child's exit code.
-int runWithScratchFolder(const std::string& prefix,
+// user interrupts the run. Gives the child's exit code; program names it in a failure line.
+int runWithScratchFolder(const std::string& program,
                          const std::function<int(const std::string&)>& body);
 
 // Runs job in a forked child, so that its memory is its own and its peak can't mix with

@@ -69,7 +69,7 @@ double parseWithExpat(const std::string& path) {
 // Ours: the document into a model; the reader and its node tree are gone before the clock stops.
 double readWithCorvelle(const std::string& path, int tracks) {
     const double start = now();
-    auto reader = IPtr<CvXmlReader>::adopt(new CvXmlReader);
+    auto reader = newObject<CvXmlReader>();
     const auto project = IPtr<CvProject>::adopt(reader->readProject(String(path.c_str())));
     reader = nullptr;
     const double seconds = secondsSince(start);

@@ -65,7 +65,7 @@ double walkTrack(IMediaTrack* track) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     using namespace Halvorn;
     MemoryStream stream(const_cast<uint8_t*>(data), size);
-    IPtr<CvXmlReader> reader = IPtr<CvXmlReader>::adopt(new CvXmlReader());
+    IPtr<CvXmlReader> reader = newObject<CvXmlReader>();
     IPtr<CvProject> project = IPtr<CvProject>::adopt(reader->readProject(&stream));
     if (!project)
         return 0;

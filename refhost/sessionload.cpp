@@ -162,7 +162,8 @@ void Loader::loadPlugins(const json& root) {
             if (!find(p, "id"))
                 fail(at(place, "id"), "missing");
             PluginParameterInfo info;
-            info.id = uint32(integer(p, "id", place, 0, 0, 0x7FFFFFFF - 4201));
+            info.id = uint32(
+                integer(p, "id", place, 0, 0, 0x7FFFFFFF - IHostParameter::kPluginTagOffset));
             for (auto& earlier : type.parameters)
                 if (earlier.id == info.id)
                     fail(at(place, "id"), "the parameter id is used twice");

@@ -1,4 +1,4 @@
-// UTF conversion, buffers, identifiers and colours as text.
+// Buffers, identifiers and colours as text.
 #include "text.h"
 
 #include <algorithm>
@@ -6,70 +6,6 @@
 
 namespace Halvorn {
 namespace RefHost {
-
-std::u16string toUtf16(const std::string& text) {
-    std::u16string out;
-    for (size_t i = 0; i < text.size();) {
-        auto byte = static_cast<unsigned char>(text[i]);
-        int extra = byte < 0x80 ? 0 : byte >= 0xF0 ? 3 : byte >= 0xE0 ? 2 : byte >= 0xC0 ? 1 : -1;
-        char32_t code = extra == 0   ? byte
-                        : extra == 1 ? byte & 0x1F
-                        : extra == 2 ? byte & 0x0F
-                                     : byte & 0x07;
-        bool valid = extra >= 0 && i + size_t(extra) < text.size();
-        for (int k = 1; valid && k <= extra; ++k) {
-            auto next = static_cast<unsigned char>(text[i + size_t(k)]);
-            valid = (next & 0xC0) == 0x80;
-            code = (code << 6) | (next & 0x3F);
-        }
-        static const char32_t kLeast[] = {0, 0x80, 0x800, 0x10000};
-        if (!valid || byte > 0xF4 || code < kLeast[extra] || code > 0x10FFFF ||
-            (code >= 0xD800 && code < 0xE000)) {
-            out += char16(0xFFFD);
-            ++i;
-            continue;
-        }
-        i += size_t(extra) + 1;
-        if (code >= 0x10000) {
-            code -= 0x10000;
-            out += char16(0xD800 + (code >> 10));
-            out += char16(0xDC00 + (code & 0x3FF));
-        } else {
-            out += char16(code);
-        }
-    }
-    return out;
-}
-
-std::string toUtf8(const std::u16string& text) {
-    std::string out;
-    for (size_t i = 0; i < text.size(); ++i) {
-        char32_t code = text[i];
-        if (code >= 0xD800 && code < 0xDC00 && i + 1 < text.size() && text[i + 1] >= 0xDC00 &&
-            text[i + 1] < 0xE000) {
-            code = 0x10000 + ((code - 0xD800) << 10) + (text[i + 1] - 0xDC00);
-            ++i;
-        } else if (code >= 0xD800 && code < 0xE000) {
-            code = 0xFFFD;
-        }
-        if (code < 0x80) {
-            out += char(code);
-        } else if (code < 0x800) {
-            out += char(0xC0 | (code >> 6));
-            out += char(0x80 | (code & 0x3F));
-        } else if (code < 0x10000) {
-            out += char(0xE0 | (code >> 12));
-            out += char(0x80 | ((code >> 6) & 0x3F));
-            out += char(0x80 | (code & 0x3F));
-        } else {
-            out += char(0xF0 | (code >> 18));
-            out += char(0x80 | ((code >> 12) & 0x3F));
-            out += char(0x80 | ((code >> 6) & 0x3F));
-            out += char(0x80 | (code & 0x3F));
-        }
-    }
-    return out;
-}
 
 std::u16string fromBuffer(const char16* text) { return text ? std::u16string(text) : u""; }
 

@@ -2,14 +2,15 @@
 #pragma once
 
 #include "corvelle/base.h"
+#include "support/utf.h"
 
 #include <string>
 
 namespace Halvorn {
 namespace RefHost {
 
-std::u16string toUtf16(const std::string& text);
-std::string toUtf8(const std::u16string& text);
+using CorvelleSupport::toUtf16;
+using CorvelleSupport::toUtf8;
 // The zero-terminated text at text, empty for null.
 std::u16string fromBuffer(const char16* text);
 // Copies text into buffer of size units, cut to leave room for the terminating zero.

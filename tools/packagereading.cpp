@@ -1,12 +1,13 @@
 // The tool's client and the read and write calls of the package door.
 #include "packagereading.h"
-
-#include "text.h"
+#include "support/utf.h"
 
 #include <atomic>
 #include <iostream>
 
 namespace CorvelleTool {
+
+using CorvelleSupport::toUtf16;
 namespace {
 
 using namespace Halvorn;

@@ -4,8 +4,8 @@
 
 #include "documents/cvnodevalues.h"
 #include "documents/cvschemanames.h"
+#include "documents/cvtables.h"
 #include "model/cvproject.h"
-#include "model/cvtables.h"
 
 namespace Halvorn {
 
@@ -18,7 +18,7 @@ String text(const char8* utf8) { return String(utf8); }
 
 // One automation point between the document and the model: real and Boolean points are
 // gathered first, so that all real points come before all Boolean ones.
-struct CvXmlAutomationPoint : CvObject {
+struct PendingPoint {
     String id;
     uint32 interpolation = kInterpolationLinear;
     double value = 0.0;
@@ -107,7 +107,7 @@ void CvArrangementReader::readClip(const CvNode* node, CvTrack* track, bool lane
     if (eventType == 0)
         return;
 
-    IPtr<CvClip> clip = IPtr<CvClip>::adopt(new CvClip(eventType, String()));
+    IPtr<CvClip> clip = newObject<CvClip>(eventType, String());
     clip->setStart(start);
     clip->setDuration(duration);
     clip->setOffset(playStart);
@@ -162,7 +162,7 @@ void CvArrangementReader::readAudioEvent(const CvNode* element, CvClip* clip,
     bool external = readBoolean(file, Attribute::kExternal, false);
     String path = readText(file, Attribute::kPath, String());
 
-    IPtr<CvAudioEvent> event = IPtr<CvAudioEvent>::adopt(new CvAudioEvent(String()));
+    IPtr<CvAudioEvent> event = newObject<CvAudioEvent>(String());
     event->setFile(path.text16(), external);
     event->setFormat(sampleRate, channels, fileDuration);
 
@@ -183,9 +183,7 @@ void CvArrangementReader::readAudioEvent(const CvNode* element, CvClip* clip,
         for (CvNode* warp : warps->getChildrenByName(text(Element::kWarp))) {
             double contentTime = readTime(warp, Attribute::kContentTime, 0.0, warpContentSeconds);
             double time = readTime(warp, Attribute::kTime, 0.0, warpSeconds);
-            // The document's contentTime goes to the point's first field, its time to
-            // the second: the playback rate of a read event depends on this order.
-            event->addWarpPoint(IPtr<CvWarpPoint>::adopt(new CvWarpPoint(contentTime, time)).get());
+            event->addWarpPoint(CvWarpPoint::fromDocument(time, contentTime).get());
         }
     }
     clip->addEvent(event.get());
@@ -200,8 +198,7 @@ void CvArrangementReader::readNoteEvents(const CvNode* clipNode, CvClip* clip,
             auto channel = static_cast<uint32>(readInteger(note, Attribute::kChannel, 0));
             auto key = static_cast<uint32>(readInteger(note, Attribute::kKey, 60));
             double velocity = readReal(note, Attribute::kVelocity, 1.0);
-            IPtr<CvMidiNoteEvent> event =
-                IPtr<CvMidiNoteEvent>::adopt(new CvMidiNoteEvent(key, velocity, channel));
+            IPtr<CvMidiNoteEvent> event = newObject<CvMidiNoteEvent>(key, velocity, channel);
             event->setStart(start);
             event->setDuration(duration);
             clip->addEvent(event.get());
@@ -217,7 +214,7 @@ void CvArrangementReader::readVideoEvents(const CvNode* clipNode, CvClip* clip) 
         return;
     bool external = readBoolean(file, Attribute::kExternal, false);
     String path = readText(file, Attribute::kPath, String());
-    IPtr<CvVideoEvent> event = IPtr<CvVideoEvent>::adopt(new CvVideoEvent(String()));
+    IPtr<CvVideoEvent> event = newObject<CvVideoEvent>(String());
     event->setFile(path.text16(), external);
     clip->addEvent(event.get());
 }
@@ -233,34 +230,23 @@ void CvArrangementReader::readPoints(const CvNode* node, CvTrack* laneTrack,
     if (parameter.isEmpty())
         return;
     uint32 unit = unitFromString(readText(node, Attribute::kUnit, text(Text::kUnknown)));
-    IPtr<CvAutomation> automation = IPtr<CvAutomation>::adopt(new CvAutomation(unit, readId(node)));
+    IPtr<CvAutomation> automation = newObject<CvAutomation>(unit, readId(node));
     automation->setTarget(parameter);
 
-    TArray<IPtr<CvXmlAutomationPoint>> points(-1);
-    for (CvNode* element : node->getChildrenByName(text(Element::kRealPoint))) {
-        IPtr<CvXmlAutomationPoint> point =
-            IPtr<CvXmlAutomationPoint>::adopt(new CvXmlAutomationPoint);
-        point->id = readId(element);
-        point->value = readReal(element, Attribute::kValue, 0.0);
-        point->time = readReal(element, Attribute::kTime, 0.0);
-        point->interpolation = readInterpolation(element);
-        points.add(point);
-    }
-    for (CvNode* element : node->getChildrenByName(text(Element::kBoolPoint))) {
-        IPtr<CvXmlAutomationPoint> point =
-            IPtr<CvXmlAutomationPoint>::adopt(new CvXmlAutomationPoint);
-        point->id = readId(element);
-        point->value = readBoolean(element, Attribute::kValue, true) ? 1.0 : 0.0;
-        point->time = readReal(element, Attribute::kTime, 0.0);
-        point->interpolation = kInterpolationHold;
-        points.add(point);
-    }
-    for (const IPtr<CvXmlAutomationPoint>& point : points) {
-        IPtr<CvAutomationPoint> modelPoint =
-            IPtr<CvAutomationPoint>::adopt(new CvAutomationPoint(point->id));
-        modelPoint->setValue(point->value);
-        modelPoint->setTime(laneSeconds ? point->time : timeDomain->beatsToSeconds(point->time));
-        modelPoint->setInterpolation(point->interpolation);
+    TArray<PendingPoint> points(-1);
+    for (CvNode* element : node->getChildrenByName(text(Element::kRealPoint)))
+        points.add(PendingPoint{readId(element), readInterpolation(element),
+                                readReal(element, Attribute::kValue, 0.0),
+                                readReal(element, Attribute::kTime, 0.0)});
+    for (CvNode* element : node->getChildrenByName(text(Element::kBoolPoint)))
+        points.add(PendingPoint{readId(element), kInterpolationHold,
+                                readBoolean(element, Attribute::kValue, true) ? 1.0 : 0.0,
+                                readReal(element, Attribute::kTime, 0.0)});
+    for (const PendingPoint& point : points) {
+        IPtr<CvAutomationPoint> modelPoint = newObject<CvAutomationPoint>(point.id);
+        modelPoint->setValue(point.value);
+        modelPoint->setTime(laneSeconds ? point.time : timeDomain->beatsToSeconds(point.time));
+        modelPoint->setInterpolation(point.interpolation);
         automation->addPoint(modelPoint.get());
     }
     track->addAutomation(automation.get());
@@ -268,10 +254,10 @@ void CvArrangementReader::readPoints(const CvNode* node, CvTrack* laneTrack,
 
 CvClip* CvArrangementReader::addTimelineTrack(const CvNode* node, uint32 contentType,
                                               const char8* defaultName, uint32 eventType) const {
-    IPtr<CvTrack> track = IPtr<CvTrack>::adopt(new CvTrack(contentType, readId(node)));
+    IPtr<CvTrack> track = newObject<CvTrack>(contentType, readId(node));
     track->setName(readText(node, Attribute::kName, text(defaultName)));
     project->addTrack(track.get());
-    IPtr<CvClip> clip = IPtr<CvClip>::adopt(new CvClip(eventType, String()));
+    IPtr<CvClip> clip = newObject<CvClip>(eventType, String());
     clip->setStart(0.0);
     clip->setName(text(defaultName));
     track->addClip(clip.get());
@@ -285,7 +271,7 @@ void CvArrangementReader::readMarkers(const CvNode* node) const {
     double end = 0.0;
     for (CvNode* element : node->getChildrenByName(text(Element::kMarker))) {
         double time = readTime(element, Attribute::kTime, 0.0, seconds);
-        IPtr<CvMarkerEvent> marker = IPtr<CvMarkerEvent>::adopt(new CvMarkerEvent());
+        IPtr<CvMarkerEvent> marker = newObject<CvMarkerEvent>();
         marker->setName(readName(element));
         placeEvent(clip, marker.get(), element, time);
         end = time > end ? time : end;
@@ -299,7 +285,7 @@ void CvArrangementReader::readTempoAutomation(const CvNode* node) const {
     double end = 0.0;
     for (CvNode* element : node->getChildrenByName(text(Element::kRealPoint))) {
         double time = readReal(element, Attribute::kTime, 0.0);
-        IPtr<CvTempoEvent> event = IPtr<CvTempoEvent>::adopt(new CvTempoEvent());
+        IPtr<CvTempoEvent> event = newObject<CvTempoEvent>();
         event->setTempo(readReal(element, Attribute::kValue, 120.0));
         event->setInterpolation(readInterpolation(element));
         placeEvent(clip, event.get(), element, time);
@@ -315,7 +301,7 @@ void CvArrangementReader::readSignatureAutomation(const CvNode* node) const {
     double end = 0.0;
     for (CvNode* element : node->getChildrenByName(text(Element::kTimeSignaturePoint))) {
         double time = readTime(element, Attribute::kTime, 0.0, seconds);
-        IPtr<CvSignatureEvent> event = IPtr<CvSignatureEvent>::adopt(new CvSignatureEvent());
+        IPtr<CvSignatureEvent> event = newObject<CvSignatureEvent>();
         event->setNumerator(static_cast<uint16>(readInteger(element, Attribute::kNumerator, 4)));
         event->setDenominator(
             static_cast<uint16>(readInteger(element, Attribute::kDenominator, 4)));

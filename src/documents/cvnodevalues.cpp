@@ -3,8 +3,8 @@
 
 #include "corvelle/mediaparameter.h"
 #include "documents/cvschemanames.h"
+#include "documents/cvtables.h"
 #include "documents/cvvaluerules.h"
-#include "model/cvtables.h"
 
 namespace Halvorn {
 namespace CvNodeValues {
@@ -33,7 +33,9 @@ bool readBoolean(const CvNode* node, const char8* key, bool defaultValue) {
 
 String readId(const CvNode* node) { return readText(node, Attribute::kId, String("0")); }
 
-String readName(const CvNode* node) { return readText(node, Attribute::kName, node->getName()); }
+String readName(const CvNode* node) {
+    return readText(node, Attribute::kName, node->getNodeName());
+}
 
 CvColor readColor(const CvNode* node) {
     String text = readText(node, Attribute::kColor, String());

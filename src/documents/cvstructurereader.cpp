@@ -3,9 +3,9 @@
 
 #include "documents/cvnodevalues.h"
 #include "documents/cvschemanames.h"
+#include "documents/cvtables.h"
 #include "model/cvdevice.h"
 #include "model/cvproject.h"
-#include "model/cvtables.h"
 
 namespace Halvorn {
 
@@ -49,7 +49,7 @@ IPtr<CvTrack> CvStructureReader::readTrack(const CvNode* node) {
         contentTypeFromString(readText(node, Attribute::kContentType, text(Text::kUnknown)));
     if (contentType == 0)
         return {};
-    IPtr<CvTrack> track = IPtr<CvTrack>::adopt(new CvTrack(contentType, id));
+    IPtr<CvTrack> track = newObject<CvTrack>(contentType, id);
     track->setName(readName(node));
     CvColor color = readColor(node);
     if (color.isValid())
@@ -75,11 +75,11 @@ void CvStructureReader::readTrackChannel(const CvNode* trackNode, CvTrack* track
 IPtr<CvChannel> CvStructureReader::readChannel(const CvNode* node) {
     String id = readId(node);
     uint32 role = channelRoleFromString(readText(node, Attribute::kRole, text(Text::kUnknown)));
-    IPtr<CvChannel> channel = IPtr<CvChannel>::adopt(new CvChannel(1, role, id));
+    IPtr<CvChannel> channel = newObject<CvChannel>(1, role, id);
     channel->setName(readName(node));
 
     // Every channel that is read has a solo parameter, with or without the attribute.
-    IPtr<CvParameter> solo = IPtr<CvParameter>::adopt(new CvParameter(kUnitNormalized, text("0")));
+    IPtr<CvParameter> solo = newObject<CvParameter>(kUnitNormalized, text("0"));
     solo->setName(text(kParamSolo));
     solo->setMin(0.0);
     solo->setMax(1.0);
@@ -106,7 +106,7 @@ void CvStructureReader::readSends(const CvNode* channelNode, CvChannel* channel)
     for (CvNode* node : channelNode->getDescendantsByName(text(Element::kSend))) {
         String id = readId(node);
         uint32 type = sendTypeFromString(readText(node, Attribute::kType, text(Text::kUnknown)));
-        IPtr<CvSend> send = IPtr<CvSend>::adopt(new CvSend(type, id));
+        IPtr<CvSend> send = newObject<CvSend>(type, id);
         String destination = readText(node, Attribute::kDestination, String());
         if (!destination.isEmpty())
             send->setDestination(destination);
@@ -134,7 +134,7 @@ void CvStructureReader::readDevices(const CvNode* channelNode, CvChannel* channe
 }
 
 IPtr<CvDevice> CvStructureReader::readDevice(const CvNode* node) {
-    uint32 type = deviceTypeFromString(node->getName());
+    uint32 type = deviceTypeFromString(node->getNodeName());
     String id = readId(node);
     uint32 role =
         deviceRoleFromString(readText(node, Attribute::kDeviceRole, text(Text::kUnknown)));
@@ -145,21 +145,21 @@ IPtr<CvDevice> CvStructureReader::readDevice(const CvNode* node) {
     case kDeviceAu:
     case kDeviceClap:
     case kDeviceBuiltin:
-        device = IPtr<CvDevice>::adopt(new CvDevice(type, role, id));
+        device = newObject<CvDevice>(type, role, id);
         break;
     case kDeviceBuiltinInstrument:
         device = readInstrument(node, type, role, id);
         break;
     case kDeviceCompressor:
-        device = IPtr<CvDevice>::adopt(new CvDevice(type, role, id));
+        device = newObject<CvDevice>(type, role, id);
         readLabelledParameters(node, device.get(), kCompressorParameters, false);
         break;
     case kDeviceLimiter:
-        device = IPtr<CvDevice>::adopt(new CvDevice(type, role, id));
+        device = newObject<CvDevice>(type, role, id);
         readLabelledParameters(node, device.get(), kLimiterParameters, false);
         break;
     case kDeviceNoiseGate:
-        device = IPtr<CvDevice>::adopt(new CvDevice(type, role, id));
+        device = newObject<CvDevice>(type, role, id);
         readLabelledParameters(node, device.get(), kNoiseGateParameters, false);
         break;
     case kDeviceEqualizer:
@@ -188,7 +188,7 @@ IPtr<CvDevice> CvStructureReader::readDevice(const CvNode* node) {
 
 IPtr<CvDevice> CvStructureReader::readInstrument(const CvNode* node, uint32 type, uint32 role,
                                                  const String& id) {
-    IPtr<CvInstrument> instrument = IPtr<CvInstrument>::adopt(new CvInstrument(type, role, id));
+    IPtr<CvInstrument> instrument = newObject<CvInstrument>(type, role, id);
     if (CvNode* preset = node->findChild(text(Element::kPreset))) {
         String name = readText(preset, Attribute::kName, String());
         if (!name.isEmpty())
@@ -199,14 +199,13 @@ IPtr<CvDevice> CvStructureReader::readInstrument(const CvNode* node, uint32 type
 
 // Bands are found at any depth below the equalizer.
 IPtr<CvDevice> CvStructureReader::readEqualizer(const CvNode* node, uint32 role, const String& id) {
-    IPtr<CvEqualizer> equalizer = IPtr<CvEqualizer>::adopt(new CvEqualizer(role, id));
+    IPtr<CvEqualizer> equalizer = newObject<CvEqualizer>(role, id);
     readLabelledParameters(node, equalizer.get(), kEqualizerParameters, false);
     for (CvNode* bandNode : node->getDescendantsByName(text(Element::kBand))) {
         uint32 type =
             bandTypeFromString(readText(bandNode, Attribute::kType, text(Text::kUnknown)));
         auto order = static_cast<uint32>(readInteger(bandNode, Attribute::kOrder, 0));
-        IPtr<CvEqualizerBand> band =
-            IPtr<CvEqualizerBand>::adopt(new CvEqualizerBand(type, order, readId(bandNode)));
+        IPtr<CvEqualizerBand> band = newObject<CvEqualizerBand>(type, order, readId(bandNode));
         equalizer->addBand(band.get());
         // A band's Enabled without a value is on.
         readLabelledParameters(bandNode, band.get(), kBandParameters, true);
@@ -243,7 +242,7 @@ IPtr<CvParameter> CvStructureReader::readRealParameter(const CvNode* node, const
     auto parameterId = static_cast<uint32>(readInteger(node, Attribute::kParameterId, 0));
     uint32 unit =
         unitFromString(readText(node, Attribute::kUnit, text(unitToString(kUnitNormalized))));
-    IPtr<CvParameter> parameter = IPtr<CvParameter>::adopt(new CvParameter(unit, id));
+    IPtr<CvParameter> parameter = newObject<CvParameter>(unit, id);
     parameter->setName(parameterName);
     parameter->setMin(readMin);
     parameter->setMax(readMax);
@@ -256,7 +255,7 @@ IPtr<CvParameter> CvStructureReader::readSwitchParameter(const CvNode* node, con
                                                          bool defaultValue) {
     String id = readId(node);
     bool on = readBoolean(node, Attribute::kValue, defaultValue);
-    IPtr<CvParameter> parameter = IPtr<CvParameter>::adopt(new CvParameter(kUnitNormalized, id));
+    IPtr<CvParameter> parameter = newObject<CvParameter>(kUnitNormalized, id);
     parameter->setName(name);
     parameter->setMin(0.0);
     parameter->setMax(1.0);

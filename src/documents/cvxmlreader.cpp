@@ -5,6 +5,7 @@
 #include "documents/cvnodevalues.h"
 #include "documents/cvschemanames.h"
 #include "documents/cvstructurereader.h"
+#include "documents/cvtables.h"
 #include "documents/fxmlparser2.h"
 #include "foundation/ffilesystem.h"
 #include "model/cvproject.h"
@@ -45,7 +46,7 @@ CvProject* CvXmlReader::readProject(IBStream* stream) {
         if (!parseTree(stream) || !root)
             return nullptr;
         const CvNode* top = root.get();
-        if (top->getName() != String(Element::kProject))
+        if (top->getNodeName() != String(Element::kProject))
             return nullptr;
         return buildProject();
     } catch (const std::bad_alloc&) {
@@ -73,7 +74,7 @@ void CvXmlReader::startElement(FXmlParser2* parser, const char8* name, const cha
         return;
     }
     try {
-        IPtr<CvNode> node = IPtr<CvNode>::adopt(new CvNode(String(name), String()));
+        IPtr<CvNode> node = newObject<CvNode>(String(name), String());
         int32 count = 0;
         while (attributes && count < kMaxAttributes && attributes[2 * count] &&
                attributes[2 * count + 1])
@@ -121,7 +122,7 @@ double CvXmlReader::readTransport(CvProject* project) const {
         double min = readReal(tempo, Attribute::kMin, 10.0);
         double max = readReal(tempo, Attribute::kMax, 300.0);
         uint32 unit = unitFromString(readText(tempo, Attribute::kUnit, String(Text::kUnknown)));
-        IPtr<CvParameter> parameter = IPtr<CvParameter>::adopt(new CvParameter(unit, id));
+        IPtr<CvParameter> parameter = newObject<CvParameter>(unit, id);
         parameter->setMin(min);
         parameter->setMax(max);
         parameter->setValue(value);
@@ -132,8 +133,7 @@ double CvXmlReader::readTransport(CvProject* project) const {
         String id = readId(signature);
         auto numerator = static_cast<uint16>(readInteger(signature, Attribute::kNumerator, 4));
         auto denominator = static_cast<uint16>(readInteger(signature, Attribute::kDenominator, 4));
-        project->setTimeSignature(
-            IPtr<CvSignature>::adopt(new CvSignature(numerator, denominator, id)).get());
+        project->setTimeSignature(newObject<CvSignature>(numerator, denominator, id).get());
     }
     return bpm;
 }
@@ -146,11 +146,10 @@ CvProject* CvXmlReader::buildProject() const {
         name = readText(application, Attribute::kName, name);
         version = readText(application, Attribute::kVersion, version);
     }
-    IPtr<CvProject> project = IPtr<CvProject>::adopt(new CvProject(name, version));
+    IPtr<CvProject> project = newObject<CvProject>(name, version);
 
     // The tempo of Transport is the one converter from beats to seconds for this reading.
-    IPtr<CvTimeDomain> timeDomain =
-        IPtr<CvTimeDomain>::adopt(new CvTimeDomain(readTransport(project.get())));
+    IPtr<CvTimeDomain> timeDomain = newObject<CvTimeDomain>(readTransport(project.get()));
 
     if (CvNode* structure = root->findChild(String(Element::kStructure)))
         CvStructureReader(project.get()).read(structure);

@@ -4,9 +4,9 @@
 #include "corvelle/ptr.h"
 #include "documents/cvschemanames.h"
 #include "documents/cvschemaparameters.h"
+#include "documents/cvtables.h"
 #include "documents/cvvaluerules.h"
 #include "documents/cvxmloutput.h"
-#include "model/cvtables.h"
 
 namespace Halvorn {
 

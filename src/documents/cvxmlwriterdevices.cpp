@@ -4,9 +4,10 @@
 #include "corvelle/ptr.h"
 #include "documents/cvschemanames.h"
 #include "documents/cvschemaparameters.h"
+#include "documents/cvtables.h"
 #include "documents/cvvaluerules.h"
 #include "documents/cvxmloutput.h"
-#include "model/cvtables.h"
+#include "hostapi/hostmixer.h"
 
 #include <cstring>
 
@@ -106,7 +107,7 @@ void CvXmlWriter::writeDevice(CvXmlOutput& out, IMediaDevice* device) {
 
 void CvXmlWriter::writePluginParameters(CvXmlOutput& out, IMediaParameterContainer* container) {
     // The model holds the host's parameter tag, the document the plug-in's own number.
-    constexpr uint32 kTagOffset = 4201;
+    constexpr uint32 kTagOffset = Quor::IHostParameter::kPluginTagOffset;
     out.start(Element::kParameters);
     forEachParameter(container, [&](IMediaParameter* parameter, IMediaObject* identity) {
         out.start(Element::kRealParameter);

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -17,6 +18,8 @@ namespace {
 FNFileSystem theFileSystem;
 
 constexpr size_t kCopyBufferSize = 64 * 1024;
+// Enough for any run of concurrent claims of one name.
+constexpr int32 kClaimAttempts = 64;
 
 void setError(int32* error, int32 value) {
     if (error)
@@ -201,6 +204,36 @@ bool FNFileSystem::createFolder(const FUrl& url) const {
     }
     mkdir(text, 0777);
     return isFolderAt(text);
+}
+
+bool FNFileSystem::claimUnique(const FUrl& wanted, FUrl& claimed) const {
+    for (int32 attempt = 0; attempt < kClaimAttempts; ++attempt) {
+        claimed = wanted;
+        if (!claimed.makeUnique())
+            return false;
+        const char8* path = claimed.getPath().text8();
+        bool made = false;
+        if (claimed.isFolder()) {
+            made = mkdir(path, 0700) == 0;
+        } else {
+            const int fd = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+            made = fd >= 0 && close(fd) == 0;
+        }
+        if (made)
+            return true;
+        if (errno != EEXIST)
+            return false;
+    }
+    return false;
+}
+
+bool FNFileSystem::renameFile(const FUrl& source, const FUrl& target) const {
+    return !source.isEmpty() && !target.isEmpty() &&
+           rename(source.getPath().text8(), target.getPath().text8()) == 0;
+}
+
+bool FNFileSystem::removeFile(const FUrl& url) const {
+    return !url.isEmpty() && unlink(url.getPath().text8()) == 0;
 }
 
 bool FNFileSystem::removeFolder(const FUrl& url, bool recursive) const {

@@ -11,7 +11,7 @@ tresult CvTime::queryInterface(const FUID& iid, void** object) {
 }
 
 CvEvent::CvEvent(uint32 eventType, const String& id)
-    : CvNode({}, id), time_(IPtr<CvTime>::adopt(new CvTime)), eventType_(eventType) {}
+    : CvNode({}, id), time_(newObject<CvTime>()), eventType_(eventType) {}
 
 CvEvent::~CvEvent() = default;
 

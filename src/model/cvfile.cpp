@@ -4,7 +4,7 @@
 namespace Halvorn {
 
 IPtr<CvFile> CvFile::make(uint32 type, const char16* path, bool external) {
-    return IPtr<CvFile>::adopt(new CvFile(type, path ? String(path) : String(), external));
+    return newObject<CvFile>(type, path ? String(path) : String(), external);
 }
 
 } // namespace Halvorn

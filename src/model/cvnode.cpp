@@ -32,9 +32,6 @@ uint8 scanPair(char16 first, char16 second) {
 
 } // namespace
 
-CvColor::CvColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
-    : red_(red), green_(green), blue_(blue), alpha_(alpha) {}
-
 CvColor::CvColor(const String& text) {
     // Widen first: the length counts UTF-16 units only then.
     const char16* t = text.text16();
@@ -47,22 +44,21 @@ CvColor::CvColor(const String& text) {
     alpha_ = length == 9 ? scanPair(t[7], t[8]) : 255;
 }
 
-CvColor::CvColor(const CvColor& other)
-    : CvObject(), IMediaColor(), red_(other.red_), green_(other.green_), blue_(other.blue_),
-      alpha_(other.alpha_) {}
-
-CvColor& CvColor::operator=(const CvColor& other) {
-    red_ = other.red_;
-    green_ = other.green_;
-    blue_ = other.blue_;
-    alpha_ = other.alpha_;
-    return *this;
+tresult CvNode::ColorFace::queryInterface(const FUID& iid, void** object) {
+    if (!object)
+        return kInvalidArgument;
+    if (iid == FUnknown::iid || iid == IMediaColor::iid) {
+        addRef();
+        *object = static_cast<IMediaColor*>(this);
+        return kResultOk;
+    }
+    *object = nullptr;
+    return kNoInterface;
 }
 
-tresult CvColor::queryInterface(const FUID& iid, void** object) {
-    CV_QUERY(iid, object, IMediaColor)
-    return CvObject::queryInterface(iid, object);
-}
+uint32 CvNode::ColorFace::addRef() { return node_.addRef(); }
+
+uint32 CvNode::ColorFace::release() { return node_.release(); }
 
 String CvColor::toString() const {
     String text;

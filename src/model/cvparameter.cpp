@@ -45,7 +45,7 @@ IMediaParameter* CvParameterContainer::findParameterByName(const char8* name) {
         return nullptr;
     String wanted(name);
     for (const IPtr<CvParameter>& parameter : parameters_)
-        if (static_cast<const CvNode&>(*parameter).getName() == wanted)
+        if (parameter->getNodeName() == wanted)
             return parameter.get();
     return nullptr;
 }

@@ -11,9 +11,9 @@ tresult CvSignature::queryInterface(const FUID& iid, void** object) {
 }
 
 CvProject::CvProject(const String& applicationName, const String& applicationVersion)
-    : tempo_(IPtr<CvParameter>::adopt(new CvParameter(kUnitBpm))),
-      timeSignature_(IPtr<CvSignature>::adopt(new CvSignature(4, 4, {}))),
-      applicationName_(applicationName), applicationVersion_(applicationVersion) {
+    : tempo_(newObject<CvParameter>(kUnitBpm)),
+      timeSignature_(newObject<CvSignature>(4, 4, String())), applicationName_(applicationName),
+      applicationVersion_(applicationVersion) {
     tempo_->setMin(1.0);
     tempo_->setMax(300.0);
     tempo_->setValue(120.0);
@@ -65,7 +65,7 @@ TArray<CvTrack*> CvProject::getAllTracks() const {
 
 CvTrack* CvProject::findTrack(const String& id) const {
     for (CvTrack* track : getAllTracks())
-        if (static_cast<const CvNode&>(*track).getId() == id)
+        if (track->getNodeId() == id)
             return track;
     return nullptr;
 }

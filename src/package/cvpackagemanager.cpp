@@ -11,34 +11,20 @@
 #include "package/cvzipreader.h"
 #include "package/package_writer.h"
 
-#include <cerrno>
 #include <new>
-#include <sys/stat.h>
 
 namespace Halvorn {
 namespace {
 
-// Enough for any run of concurrent reads of packages with one name.
-constexpr int32 kClaimAttempts = 64;
-
 void toSlashes(String& path) { path.replace(String("\\"), String("/")); }
 
-// makeUnique only finds a name that is free now; a concurrent read of a package with the same
-// name may take it before this one creates it. The folder is therefore created exclusively
-// (and private to the user), and the search runs again when another read was first.
+// Claimed exclusively: a concurrent read of a package with the same name never shares it.
 [[nodiscard]] bool claimExtractionFolder(const String& name, FUrl& folder) {
-    for (int32 attempt = 0; attempt < kClaimAttempts; ++attempt) {
-        folder = FUrl(name, FUrl::kTemporaryFolder, true);
-        if (folder.isEmpty() || !folder.makeUnique())
-            return false;
-        if (attempt == 0)
-            (void)gFNFileSystem->createFolder(FUrl(folder.getFolderPath(), true));
-        if (mkdir(folder.getPath().text8(), 0700) == 0)
-            return true;
-        if (errno != EEXIST)
-            return false;
-    }
-    return false;
+    const FUrl wanted(name, FUrl::kTemporaryFolder, true);
+    if (wanted.isEmpty())
+        return false;
+    (void)gFNFileSystem->createFolder(FUrl(wanted.getFolderPath(), true));
+    return gFNFileSystem->claimUnique(wanted, folder);
 }
 
 // Removes the extraction folder on every way out, an exception of memory included.
@@ -119,7 +105,7 @@ IPtr<CvProject> readExtracted(const FUrl& packageUrl, const FUrl& folder,
     toSlashes(documentPath);
     if (!gFNFileSystem->fileExists(FUrl(documentPath, false)))
         return {};
-    const IPtr<CvXmlReader> documentReader = IPtr<CvXmlReader>::adopt(new CvXmlReader);
+    const IPtr<CvXmlReader> documentReader = newObject<CvXmlReader>();
     IPtr<CvProject> project = IPtr<CvProject>::adopt(documentReader->readProject(documentPath));
     if (!project)
         return {};

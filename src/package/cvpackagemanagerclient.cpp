@@ -1,8 +1,6 @@
 // CvPackageManagerClient: lookup and registration of folders by file type.
 #include "package/cvpackagemanagerclient.h"
 
-#include <new>
-
 namespace Halvorn {
 
 tresult CvPackageManagerClient::queryInterface(const FUID& iid, void** object) {
@@ -10,10 +8,10 @@ tresult CvPackageManagerClient::queryInterface(const FUID& iid, void** object) {
     return CvObject::queryInterface(iid, object);
 }
 
-CvPackageManagerClient::FileTypePath* CvPackageManagerClient::findRow(int32 type) const {
-    for (const IPtr<FileTypePath>& row : rows_)
-        if (row && row->type == type)
-            return row.get();
+CvPackageManagerClient::FileTypePath* CvPackageManagerClient::findRow(int32 type) {
+    for (FileTypePath& row : rows_)
+        if (row.type == type)
+            return &row;
     return nullptr;
 }
 
@@ -27,9 +25,8 @@ void CvPackageManagerClient::setPathForFileType(int32 type, const String& path) 
         row->path = path;
         return;
     }
-    auto* row = new (std::nothrow) FileTypePath(type, path);
-    if (row)
-        rows_.add(IPtr<FileTypePath>::adopt(row));
+    // A table that can't grow keeps its rows: the type then simply has no folder.
+    (void)rows_.add(FileTypePath{type, path});
 }
 
 } // namespace Halvorn

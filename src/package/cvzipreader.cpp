@@ -1,10 +1,10 @@
 // CvZipReader: walks the archive's directory with minizip and extracts each acceptable entry.
 #include "package/cvzipreader.h"
 
+#include "foundation/ffilesystem.h"
 #include "package/confinedfolder.h"
 #include "package/zipentryname.h"
 
-#include <cstdio>
 #include <cstring>
 #include <unistd.h>
 #include <unzip.h>
@@ -62,13 +62,13 @@ void copyCurrentEntry(unzFile zip, int file, uint64 statedSize) {
 
 // minizip doesn't find an end record at offset 0, so it can't open an archive without entries;
 // such an archive is nothing but that record (and its comment).
-bool isEmptyArchive(const char8* path) {
-    FILE* file = std::fopen(path, "rb");
+bool isEmptyArchive(const String& path) {
+    FStream* file = gFNFileSystem->openStream(FUrl(path, false), FStream::kRead);
     if (!file)
         return false;
     unsigned char record[22];
-    const bool whole = std::fread(record, 1, sizeof record, file) == sizeof record;
-    std::fclose(file);
+    const bool whole = file->read(record, sizeof record) == sizeof record;
+    gFNFileSystem->closeStream(file);
     const unsigned char signature[4] = {'P', 'K', 5, 6};
     // Entries on this disk, entries in all and the directory's size.
     const unsigned char none[8] = {};
@@ -81,7 +81,7 @@ bool CvZipReader::unzipToFolder(const String& zipPath, const String& folder) con
     String archive(zipPath);
     unzFile zip = unzOpen64(archive.text8());
     if (!zip)
-        return isEmptyArchive(archive.text8());
+        return isEmptyArchive(archive);
     String root(folder);
     const ConfinedFolder target(root.text8());
     bool more = target.isOpen() && unzGoToFirstFile(zip) == UNZ_OK;

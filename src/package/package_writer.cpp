@@ -7,20 +7,15 @@
 #include "package/archivecheck.h"
 #include "package/cvzipwriter.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <fcntl.h>
 #include <new>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace Halvorn {
 
 namespace {
 
+// Claimed exclusively beside the target, so the write never takes over an item it didn't make:
+// a folder "corvtmp" that exists already may be the user's, and it is neither used nor removed.
 constexpr const char8* kTreeName = "corvtmp";
-// Enough for any run of concurrent writes into one folder.
-constexpr int32 kClaimAttempts = 64;
 constexpr const char8* kProjectDocument = "project.xml";
 constexpr const char8* kMetaDataDocument = "metadata.xml";
 
@@ -42,31 +37,6 @@ template <class Write> bool writeDocument(const String& tree, const char8* name,
     return written;
 }
 
-// Finds a free name beside the target and makes the item there exclusively with make (which
-// fails with EEXIST when someone else was first, and then the search runs again). So the write
-// never takes over an item it didn't make: a folder "corvtmp" that exists already may be the
-// user's, and it is neither used nor removed.
-template <class Make>
-[[nodiscard]] bool claim(const String& path, bool isFolder, FUrl& url, Make make) {
-    for (int32 attempt = 0; attempt < kClaimAttempts; ++attempt) {
-        url = FUrl(path, isFolder);
-        if (!url.makeUnique())
-            return false;
-        if (make(url.getPath().text8()))
-            return true;
-        if (errno != EEXIST)
-            return false;
-    }
-    return false;
-}
-
-bool makeFolder(const char8* path) { return mkdir(path, 0700) == 0; }
-
-bool makeFile(const char8* path) {
-    const int fd = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
-    return fd >= 0 && close(fd) == 0;
-}
-
 // Packs the tree into a fresh file beside the target and renames it over the target, so that
 // the target only ever holds a whole archive. The temporary file never outlives the call.
 bool packTree(const String& tree, const String& folder, const String& leaf, const String& target) {
@@ -74,17 +44,15 @@ bool packTree(const String& tree, const String& folder, const String& leaf, cons
     partName.append(leaf);
     partName.append(".part");
     FUrl part;
-    if (!claim(joined(folder, partName.text8()), false, part, makeFile))
+    if (!gFNFileSystem->claimUnique(FUrl(joined(folder, partName.text8()), false), part))
         return false;
     String partPath;
     part.getNativePath(partPath);
-    String targetPath(target);
     const bool packed =
         CvZipWriter().zipFolder(tree, partPath) && archiveHoldsFolder(partPath, tree);
-    // rename replaces the target in one step, and a link at the target is replaced, not followed.
-    const bool placed = packed && std::rename(partPath.text8(), targetPath.text8()) == 0;
+    const bool placed = packed && gFNFileSystem->renameFile(part, FUrl(target, false));
     if (!placed)
-        std::remove(partPath.text8());
+        (void)gFNFileSystem->removeFile(part);
     return placed;
 }
 
@@ -109,7 +77,7 @@ bool writeProjectPackage(IMediaProjectPackage* package, const char16* path) {
         return false;
 
     FUrl tree;
-    if (!claim(joined(folder, kTreeName), true, tree, makeFolder))
+    if (!gFNFileSystem->claimUnique(FUrl(joined(folder, kTreeName), true), tree))
         return false;
     String treePath;
     tree.getNativePath(treePath);

@@ -24,13 +24,6 @@ void CvObjectWatcher::close() {
     gWatcher = nullptr;
 }
 
-uint32 CvObjectWatcher::release() {
-    uint32 count = --refCount_;
-    if (count == 0)
-        delete this;
-    return count;
-}
-
 bool CvObjectWatcher::add(CvObject* object) {
     std::lock_guard<FLock> guard(lock_);
     return objects_.add(object);

@@ -43,25 +43,10 @@ bool CPluginFactory::registerClass(const ClassInfo2* info, ClassCreateFunction c
 }
 
 tresult CPluginFactory::queryInterface(const FUID& iid, void** object) {
-    if (!object)
-        return kInvalidArgument;
-    if (iid == FUnknown::iid || iid == IPluginFactory::iid || iid == IPluginFactory2::iid ||
-        iid == IPluginFactory3::iid) {
-        addRef();
-        *object = static_cast<IPluginFactory3*>(this);
-        return kResultOk;
-    }
-    *object = nullptr;
-    return kNoInterface;
-}
-
-uint32 CPluginFactory::addRef() { return refCount_.fetch_add(1) + 1; }
-
-uint32 CPluginFactory::release() {
-    uint32 count = refCount_.fetch_sub(1) - 1;
-    if (count == 0)
-        delete this;
-    return count;
+    CV_QUERY(iid, object, IPluginFactory)
+    CV_QUERY(iid, object, IPluginFactory2)
+    CV_QUERY(iid, object, IPluginFactory3)
+    return FObject::queryInterface(iid, object);
 }
 
 tresult CPluginFactory::getFactoryInfo(FactoryInfo* info) {

@@ -1,4 +1,4 @@
-// Helpers every test suite shares: private scratch folders and plain file access.
+// Plain file access for every test suite.
 #include "testfiles.h"
 
 #include <algorithm>
@@ -11,25 +11,6 @@
 namespace fs = std::filesystem;
 
 namespace TestSupport {
-
-ScratchFolder::ScratchFolder() {
-    // Taken once, before a test points $TMPDIR elsewhere.
-    static const fs::path base = fs::temp_directory_path();
-    std::string pattern = (base / "corvelle-test-XXXXXX").string();
-    if (!mkdtemp(pattern.data()))
-        throw std::runtime_error("no scratch folder");
-    path_ = pattern;
-}
-
-ScratchFolder::~ScratchFolder() {
-    std::error_code ignored;
-    // Folders a test made read-only must open again to be emptied.
-    for (auto it = fs::recursive_directory_iterator(path_, ignored);
-         it != fs::recursive_directory_iterator(); it.increment(ignored))
-        if (it->is_directory(ignored) && !it->is_symlink(ignored))
-            fs::permissions(it->path(), fs::perms::owner_all, fs::perm_options::add, ignored);
-    fs::remove_all(path_, ignored);
-}
 
 void writeFile(const std::string& path, const std::string& bytes) {
     std::error_code ignored;

@@ -1,25 +1,14 @@
 // Helpers every test suite shares: private scratch folders and plain file access.
 #pragma once
 
+#include "support/scratchfolder.h"
+
 #include <string>
 #include <vector>
 
 namespace TestSupport {
 
-// A fresh folder below the system's temporary folder, removed with everything in it at the end.
-class ScratchFolder {
-public:
-    ScratchFolder();
-    ~ScratchFolder();
-    ScratchFolder(const ScratchFolder&) = delete;
-    ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    const std::string& path() const { return path_; }
-    std::string operator/(const std::string& name) const { return path_ + "/" + name; }
-
-private:
-    std::string path_;
-};
+using CorvelleSupport::ScratchFolder;
 
 // Makes the parent folders too.
 void writeFile(const std::string& path, const std::string& bytes);

@@ -14,7 +14,7 @@ namespace DocumentTest {
 // The project that the reader makes of the text, or null.
 inline IPtr<CvProject> read(const std::string& xml) {
     MemoryStream stream(const_cast<char*>(xml.data()), xml.size());
-    IPtr<CvXmlReader> reader = IPtr<CvXmlReader>::adopt(new CvXmlReader());
+    IPtr<CvXmlReader> reader = newObject<CvXmlReader>();
     return IPtr<CvProject>::adopt(reader->readProject(&stream));
 }
 

@@ -158,7 +158,8 @@ TEST(XmlReader, HostileContentLeavesOutOnlyWhatItSpoils) {
     ASSERT_TRUE(last);
     EXPECT_EQ(utf8(last->getApplicationName()), "DAW");
 
-    // Siblings by the hundred thousand are read whole (the test's time limit catches a quadratic read).
+    // Siblings by the hundred thousand are read whole (the test's time limit catches a quadratic
+    // read).
     std::string notes;
     for (int i = 0; i < 100000; ++i)
         notes += "<Note/>";
@@ -198,7 +199,7 @@ TEST(XmlReader, ReadsFilesByPathAndNothingElse) {
               static_cast<int32>(xml.size()));
     gFNFileSystem->closeStream(stream);
 
-    IPtr<CvXmlReader> reader = IPtr<CvXmlReader>::adopt(new CvXmlReader());
+    IPtr<CvXmlReader> reader = newObject<CvXmlReader>();
     IPtr<CvProject> project = IPtr<CvProject>::adopt(reader->readProject(String(file.c_str())));
     ASSERT_TRUE(project);
     EXPECT_EQ(utf8(project->getApplicationName()), "OnDisk");

@@ -54,15 +54,6 @@ TEST(ValueRules, IntegersScanAsUnsignedDecimals) {
     EXPECT_EQ(static_cast<uint32>(readInteger("4294967297")), 1u);
 }
 
-TEST(ValueRules, LongTextsScanInLinearTime) {
-    // A run of blanks or of letters must not be walked once per place.
-    std::string blanks(4 << 20, ' ');
-    EXPECT_EQ(readReal((blanks + "x").c_str()), 0.0);
-    EXPECT_EQ(readInteger((blanks + "7").c_str()), 7u);
-    std::string letters(4 << 20, 'e');
-    EXPECT_EQ(readReal(letters.c_str()), 0.0);
-}
-
 TEST(ValueRules, BooleansAndTimeUnitsCompareExactly) {
     EXPECT_TRUE(readBoolean(String("true")));
     EXPECT_FALSE(readBoolean(String("TRUE")));

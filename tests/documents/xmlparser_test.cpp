@@ -48,7 +48,7 @@ public:
 };
 
 struct Parse {
-    IPtr<Recorder> recorder = IPtr<Recorder>::adopt(new Recorder());
+    IPtr<Recorder> recorder = newObject<Recorder>();
     bool ok = false;
     int32 error = 0;
     int64 position = -1;
@@ -121,7 +121,7 @@ TEST(XmlParser, AHandlerCanStopOrSuspendAndTheHandlerCanChange) {
     EXPECT_EQ(stopped.error, static_cast<int32>(XML_ERROR_ABORTED));
     EXPECT_EQ(stopped.recorder->events.front(), "start a");
 
-    IPtr<Recorder> recorder = IPtr<Recorder>::adopt(new Recorder());
+    IPtr<Recorder> recorder = newObject<Recorder>();
     recorder->suspendAt = "b";
     std::string xml = "<a><b/><c/></a>";
     MemoryStream stream(const_cast<char*>(xml.data()), xml.size());

@@ -1,7 +1,7 @@
 // FNFileSystem, FStream and FFileIterator on a scratch folder.
+#include "common/testfiles.h"
 #include "foundation/ffileiterator.h"
 #include "foundation/ffilesystem.h"
-#include "scratchfolder.h"
 
 #include "corvelle/ptr.h"
 
@@ -13,6 +13,7 @@
 #include <vector>
 
 using namespace Halvorn;
+using namespace TestSupport;
 namespace fs = std::filesystem;
 
 namespace {
@@ -64,16 +65,16 @@ TEST(FileSystem, StreamsCreateOpenAndReportErrors) {
     gFNFileSystem->closeStream(nullptr);
 
     // A link planted at the target is not written through.
-    ScratchFolder::writeFile(scratch / "victim", "keep");
+    writeFile(scratch / "victim", "keep");
     fs::create_symlink(scratch / "victim", scratch / "planted");
     EXPECT_EQ(gFNFileSystem->createStream(fileUrl(scratch / "planted"), 2, &error), nullptr);
     EXPECT_EQ(error, ELOOP);
-    EXPECT_EQ(ScratchFolder::readFile(scratch / "victim"), "keep");
+    EXPECT_EQ(readFile(scratch / "victim"), "keep");
 }
 
 TEST(FileSystem, ExistenceAndFolderMaking) {
     ScratchFolder scratch;
-    ScratchFolder::writeFile(scratch / "f.txt", "x");
+    writeFile(scratch / "f.txt", "x");
     EXPECT_TRUE(gFNFileSystem->fileExists(fileUrl(scratch / "f.txt")));
     EXPECT_FALSE(gFNFileSystem->fileExists(folderUrl(scratch / "f.txt")));
     EXPECT_TRUE(gFNFileSystem->fileExists(folderUrl(scratch.path())));
@@ -92,15 +93,15 @@ TEST(FileSystem, ExistenceAndFolderMaking) {
 
 TEST(FileSystem, RemoveFolderDeletesLinksNotWhatTheyPointTo) {
     ScratchFolder outside;
-    ScratchFolder::writeFile(outside / "precious.txt", "data");
+    writeFile(outside / "precious.txt", "data");
     fs::create_directory(outside / "keep");
-    ScratchFolder::writeFile(outside / "keep/inner.txt", "inner");
+    writeFile(outside / "keep/inner.txt", "inner");
 
     ScratchFolder scratch;
     std::string tree = scratch / "tree";
     fs::create_directories(tree + "/sub/deeper");
-    ScratchFolder::writeFile(tree + "/sub/deeper/a.txt", "a");
-    ScratchFolder::writeFile(tree + "/b.txt", "b");
+    writeFile(tree + "/sub/deeper/a.txt", "a");
+    writeFile(tree + "/b.txt", "b");
     fs::create_symlink(outside / "precious.txt", tree + "/sub/file-link");
     fs::create_directory_symlink(outside / "keep", tree + "/folder-link");
 
@@ -108,14 +109,14 @@ TEST(FileSystem, RemoveFolderDeletesLinksNotWhatTheyPointTo) {
     EXPECT_TRUE(fs::exists(tree + "/b.txt"));
     EXPECT_TRUE(gFNFileSystem->removeFolder(folderUrl(tree), true));
     EXPECT_FALSE(fs::exists(tree));
-    EXPECT_EQ(ScratchFolder::readFile(outside / "precious.txt"), "data");
-    EXPECT_EQ(ScratchFolder::readFile(outside / "keep/inner.txt"), "inner");
+    EXPECT_EQ(readFile(outside / "precious.txt"), "data");
+    EXPECT_EQ(readFile(outside / "keep/inner.txt"), "inner");
 
     EXPECT_TRUE(gFNFileSystem->removeFolder(folderUrl(tree), true)); // already gone
     fs::create_directory_symlink(outside.path(), scratch / "link-to-folder");
     EXPECT_FALSE(gFNFileSystem->removeFolder(folderUrl(scratch / "link-to-folder"), true));
     EXPECT_TRUE(fs::exists(outside / "keep/inner.txt"));
-    ScratchFolder::writeFile(scratch / "plain", "p");
+    writeFile(scratch / "plain", "p");
     EXPECT_FALSE(gFNFileSystem->removeFolder(folderUrl(scratch / "plain"), true));
 }
 
@@ -124,8 +125,8 @@ TEST(FileSystem, CopyFileNeverOverwritesUnlessAskedAndCleansUpFailures) {
     std::string big(200000, '\0');
     for (size_t i = 0; i < big.size(); ++i)
         big[i] = char(i * 7 + i / 251);
-    ScratchFolder::writeFile(scratch / "source.bin", big);
-    ScratchFolder::writeFile(scratch / "existing.bin", "old");
+    writeFile(scratch / "source.bin", big);
+    writeFile(scratch / "existing.bin", "old");
 
     FUrl* copied =
         gFNFileSystem->copyFile(fileUrl(scratch / "source.bin"), fileUrl(scratch / "copy.bin"));
@@ -133,20 +134,20 @@ TEST(FileSystem, CopyFileNeverOverwritesUnlessAskedAndCleansUpFailures) {
     EXPECT_EQ(copied->getPath().text8(), scratch / "copy.bin");
     EXPECT_EQ(copied->refCount(), 1);
     copied->release();
-    EXPECT_EQ(ScratchFolder::readFile(scratch / "copy.bin"), big);
+    EXPECT_EQ(readFile(scratch / "copy.bin"), big);
 
     EXPECT_EQ(
         gFNFileSystem->copyFile(fileUrl(scratch / "source.bin"), fileUrl(scratch / "existing.bin")),
         nullptr);
-    EXPECT_EQ(ScratchFolder::readFile(scratch / "existing.bin"), "old");
+    EXPECT_EQ(readFile(scratch / "existing.bin"), "old");
     IPtr<FUrl> over = IPtr<FUrl>::adopt(gFNFileSystem->copyFile(
         fileUrl(scratch / "source.bin"), fileUrl(scratch / "existing.bin"), true));
     EXPECT_TRUE(over);
-    EXPECT_EQ(ScratchFolder::readFile(scratch / "existing.bin"), big);
+    EXPECT_EQ(readFile(scratch / "existing.bin"), big);
     EXPECT_EQ(gFNFileSystem->copyFile(fileUrl(scratch / "source.bin"),
                                       fileUrl(scratch / "source.bin"), true),
               nullptr);
-    EXPECT_EQ(ScratchFolder::readFile(scratch / "source.bin"), big);
+    EXPECT_EQ(readFile(scratch / "source.bin"), big);
 
     EXPECT_EQ(gFNFileSystem->copyFile(fileUrl(scratch / "nothing"), fileUrl(scratch / "t1")),
               nullptr);
@@ -158,7 +159,7 @@ TEST(FileSystem, CopyFileNeverOverwritesUnlessAskedAndCleansUpFailures) {
 TEST(FileSystem, IteratorGivesSortedFilesAndFoldersButNoLinks) {
     ScratchFolder scratch;
     for (const char* name : {"b.txt", "B.txt", "a.txt", "\xc3\xa9.txt"})
-        ScratchFolder::writeFile(scratch / name, "x");
+        writeFile(scratch / name, "x");
     fs::create_directory(scratch / "folder");
     fs::create_symlink(scratch / "a.txt", scratch / "link");
 

@@ -8,7 +8,7 @@
 using namespace Halvorn;
 
 TEST(FObject, ClassNameChainAndCasts) {
-    IPtr<CountedLeaf> leaf = IPtr<CountedLeaf>::adopt(new CountedLeaf);
+    IPtr<CountedLeaf> leaf = newObject<CountedLeaf>();
     EXPECT_STREQ(leaf->isTypeName(), "CountedLeaf");
     EXPECT_TRUE(leaf->isTypeOf("Counted"));
     EXPECT_TRUE(leaf->isTypeOf("FObject"));
@@ -17,7 +17,7 @@ TEST(FObject, ClassNameChainAndCasts) {
     EXPECT_TRUE(leaf->isA("CountedLeaf"));
     EXPECT_FALSE(leaf->isTypeOf(nullptr));
 
-    IPtr<Counted> base = IPtr<Counted>::adopt(new Counted);
+    IPtr<Counted> base = newObject<Counted>();
     EXPECT_EQ(fobjectCast<Counted>(leaf.get()), leaf.get());
     EXPECT_EQ(fobjectCast<CountedLeaf>(base.get()), nullptr);
     EXPECT_EQ(fobjectCast<Counted>(nullptr), nullptr);
@@ -26,7 +26,7 @@ TEST(FObject, ClassNameChainAndCasts) {
 }
 
 TEST(FObject, QueryInterfaceAnswersItsThreeIdentifiers) {
-    IPtr<Counted> object = IPtr<Counted>::adopt(new Counted);
+    IPtr<Counted> object = newObject<Counted>();
     for (const FUID& iid : {FUnknown::iid, IDependent::iid, FObject::iid}) {
         void* face = nullptr;
         ASSERT_EQ(object->queryInterface(iid, &face), kResultOk);

@@ -1,14 +1,16 @@
 // FUrl: path forms, name parts, special folders and the free-name search.
+#include "common/testfiles.h"
 #include "foundation/furl.h"
-#include "scratchfolder.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <set>
 #include <string>
 
 using namespace Halvorn;
+using namespace TestSupport;
 
 namespace {
 
@@ -125,7 +127,7 @@ TEST(FUrl, MakeUniqueNumbersBehindTheBase) {
 
 TEST(FUrl, MakeUniqueByDefaultAsksTheFileSystem) {
     ScratchFolder scratch;
-    ScratchFolder::writeFile(scratch / "take.wav", "x");
+    writeFile(scratch / "take.wav", "x");
     std::filesystem::create_directory(scratch / "take-01.wav");
     std::filesystem::create_symlink(scratch / "nowhere", scratch / "take-02.wav");
     FUrl url(String((scratch / "take.wav").c_str()), false);

@@ -9,20 +9,20 @@ namespace Halvorn {
 namespace {
 
 IPtr<CvParameter> parameter(const char8* name, const char8* id, uint32 unit, double value) {
-    auto result = make<CvParameter>(unit, id);
+    auto result = newObject<CvParameter>(unit, id);
     result->setName(name);
     result->setValue(value);
     return result;
 }
 
 IPtr<CvChannel> masterChannel() {
-    auto master = make<CvChannel>(1, kChannelRoleMaster, "master");
+    auto master = newObject<CvChannel>(1, kChannelRoleMaster, "master");
     master->setName("Main");
     master->addParameter(parameter(kParamVolume, "master.vol", kUnitLinear, 1.0).get());
-    auto eq = make<CvEqualizer>(kRoleAudioFX, "master.eq");
+    auto eq = newObject<CvEqualizer>(kRoleAudioFX, "master.eq");
     eq->setName("EQ");
     eq->addParameter(parameter(kParamEqualizerInputGain, "eq.in", kUnitDecibel, -3.0).get());
-    auto band = make<CvEqualizerBand>(kBandLowShelf, 1, "eq.b1");
+    auto band = newObject<CvEqualizerBand>(kBandLowShelf, 1, "eq.b1");
     band->addParameter(parameter(kParamEqualizerBandGain, "eq.b1.gain", kUnitDecibel, 4.5).get());
     eq->addBand(band.get());
     master->addDevice(eq.get());
@@ -30,43 +30,43 @@ IPtr<CvChannel> masterChannel() {
 }
 
 IPtr<CvTrack> audioTrack(CvProject& project) {
-    auto track = make<CvTrack>(kContentAudio, "track.audio");
+    auto track = newObject<CvTrack>(kContentAudio, "track.audio");
     track->setName("Vocals");
     track->setColor(CvColor("#ff8000"));
-    auto channel = make<CvChannel>(1, kChannelRoleRegular, "ch.audio");
+    auto channel = newObject<CvChannel>(1, kChannelRoleRegular, "ch.audio");
     channel->setDestination("master");
     channel->addParameter(parameter(kParamVolume, "ch.audio.vol", kUnitLinear, 0.5).get());
     channel->addParameter(parameter(kParamPan, "ch.audio.pan", kUnitNormalized, 0.25).get());
-    auto plugin = make<CvDevice>(kDeviceQuor3, kRoleAudioFX, "ch.audio.dly");
+    auto plugin = newObject<CvDevice>(kDeviceQuor3, kRoleAudioFX, "ch.audio.dly");
     plugin->setName("Delay");
     plugin->setDeviceId("ABCDEF0123456789");
     plugin->setStateFile("plugins/delay.quorpreset", false);
     channel->addDevice(plugin.get());
-    auto send = make<CvSend>(kSendPost, "ch.audio.send");
+    auto send = newObject<CvSend>(kSendPost, "ch.audio.send");
     send->setDestination("fx");
     send->addParameter(parameter(kParamVolume, "send.vol", kUnitLinear, 0.7).get());
     channel->addSend(send.get());
     track->setChannel(channel.get());
     project.addChannel(channel.get());
 
-    auto clip = make<CvClip>(kEventAudio, "clip.audio");
+    auto clip = newObject<CvClip>(kEventAudio, "clip.audio");
     clip->setStart(8.0);
     clip->setDuration(4.0);
     clip->setOffset(0.5);
     clip->setFadeInTime(0.1);
-    auto take = make<CvAudioEvent>("take");
+    auto take = newObject<CvAudioEvent>("take");
     take->setDuration(4.0);
     take->setFile(u"audio/vocals.wav", false);
     take->setFormat(48000, 2, 6.0);
-    take->addWarpPoint(make<CvWarpPoint>(0.0, 0.0).get());
-    take->addWarpPoint(make<CvWarpPoint>(4.0, 3.0).get());
+    take->addWarpPoint(newObject<CvWarpPoint>(0.0, 0.0).get());
+    take->addWarpPoint(newObject<CvWarpPoint>(4.0, 3.0).get());
     clip->addEvent(take.get());
     track->addClip(clip.get());
 
-    auto lane = make<CvAutomation>(kUnitLinear, "lane.vol");
+    auto lane = newObject<CvAutomation>(kUnitLinear, "lane.vol");
     lane->setTarget("ch.audio.vol");
     for (int i = 0; i < 3; ++i) {
-        auto point = make<CvAutomationPoint>();
+        auto point = newObject<CvAutomationPoint>();
         point->setTime(i * 2.0);
         point->setValue(0.25 * i);
         point->setInterpolation(kInterpolationLinear);
@@ -77,17 +77,17 @@ IPtr<CvTrack> audioTrack(CvProject& project) {
 }
 
 IPtr<CvTrack> notesTrack(CvProject& project) {
-    auto track = make<CvTrack>(kContentNotes, "track.notes");
+    auto track = newObject<CvTrack>(kContentNotes, "track.notes");
     track->setName("Keys");
-    auto channel = make<CvChannel>(1, kChannelRoleRegular, "ch.notes");
-    auto instrument = make<CvInstrument>(kDeviceBuiltinInstrument, kRoleInstrument, "inst");
+    auto channel = newObject<CvChannel>(1, kChannelRoleRegular, "ch.notes");
+    auto instrument = newObject<CvInstrument>(kDeviceBuiltinInstrument, kRoleInstrument, "inst");
     instrument->setPresetName("Grand");
     channel->addDevice(instrument.get());
     track->setChannel(channel.get());
     project.addChannel(channel.get());
-    auto clip = make<CvClip>(kEventMidi, "clip.notes");
+    auto clip = newObject<CvClip>(kEventMidi, "clip.notes");
     for (uint32 key = 60; key < 64; ++key) {
-        auto note = make<CvMidiNoteEvent>(key, 0.5, 0);
+        auto note = newObject<CvMidiNoteEvent>(key, 0.5, 0);
         note->setStart((key - 60) * 0.5);
         note->setDuration(0.5);
         clip->addEvent(note.get());
@@ -97,9 +97,9 @@ IPtr<CvTrack> notesTrack(CvProject& project) {
 }
 
 IPtr<CvTrack> markerTrack() {
-    auto track = make<CvTrack>(kContentMarkers, "track.markers");
-    auto clip = make<CvClip>(kEventMarker, "");
-    auto marker = make<CvMarkerEvent>();
+    auto track = newObject<CvTrack>(kContentMarkers, "track.markers");
+    auto clip = newObject<CvClip>(kEventMarker, "");
+    auto marker = newObject<CvMarkerEvent>();
     marker->setName("Chorus");
     marker->setStart(16.0);
     clip->addEvent(marker.get());
@@ -110,20 +110,20 @@ IPtr<CvTrack> markerTrack() {
 } // namespace
 
 FUnknown* buildSampleProject() {
-    auto project = make<CvProject>("Sample Writer", "3.0");
-    auto tempo = make<CvParameter>(kUnitBpm, "tempo");
+    auto project = newObject<CvProject>("Sample Writer", "3.0");
+    auto tempo = newObject<CvParameter>(kUnitBpm, "tempo");
     tempo->setValue(96.0);
     project->setTempo(tempo.get());
-    project->setTimeSignature(make<CvSignature>(3, 4, "sig").get());
+    project->setTimeSignature(newObject<CvSignature>(3, 4, "sig").get());
 
-    auto folder = make<CvTrack>(kContentTracks, "folder");
+    auto folder = newObject<CvTrack>(kContentTracks, "folder");
     folder->setName("Band");
     folder->addTrack(audioTrack(*project).get());
     folder->addTrack(notesTrack(*project).get());
     project->addTrack(folder.get());
     project->addTrack(markerTrack().get());
 
-    auto fx = make<CvChannel>(1, kChannelRoleEffect, "fx");
+    auto fx = newObject<CvChannel>(1, kChannelRoleEffect, "fx");
     fx->setDestination("master");
     project->addChannel(fx.get());
     project->addChannel(masterChannel().get());

@@ -9,7 +9,7 @@ namespace Halvorn {
 namespace {
 
 IPtr<CvAutomationPoint> point(double time, double value, uint32 interpolation) {
-    auto result = make<CvAutomationPoint>();
+    auto result = newObject<CvAutomationPoint>();
     result->setTime(time);
     result->setValue(value);
     result->setInterpolation(interpolation);
@@ -17,7 +17,7 @@ IPtr<CvAutomationPoint> point(double time, double value, uint32 interpolation) {
 }
 
 TEST(Automation, LaneKeepsPointsInOrderOfAddingAndEachOnce) {
-    auto lane = make<CvAutomation>(kUnitDecibel, "lane");
+    auto lane = newObject<CvAutomation>(kUnitDecibel, "lane");
     IMediaAutomation* face = lane.get();
     EXPECT_EQ(face->getUnit(), kUnitDecibel);
     EXPECT_EQ(utf8(face->getTarget()), "");
@@ -46,7 +46,7 @@ TEST(Automation, LaneKeepsPointsInOrderOfAddingAndEachOnce) {
     EXPECT_EQ(late->refCount(), 2);
 
     // A point may stand in two lanes; each lane still takes it once.
-    auto other = make<CvAutomation>(kUnitNormalized, "other");
+    auto other = newObject<CvAutomation>(kUnitNormalized, "other");
     other->addPoint(early.get());
     other->addPoint(early.get());
     EXPECT_EQ(other->getPointCount(), 1u);
@@ -54,7 +54,7 @@ TEST(Automation, LaneKeepsPointsInOrderOfAddingAndEachOnce) {
 }
 
 TEST(Automation, PointDefaultsAndFaces) {
-    auto p = make<CvAutomationPoint>("pt7");
+    auto p = newObject<CvAutomationPoint>("pt7");
     IMediaAutomationPoint* face = p.get();
     EXPECT_EQ(face->getValue(), 0.0);
     EXPECT_EQ(face->getTime(), 0.0);
@@ -65,7 +65,7 @@ TEST(Automation, PointDefaultsAndFaces) {
     EXPECT_EQ(utf8(object->getId()), "");
     EXPECT_FALSE(queryInterface<IMediaAutomation>(face));
 
-    auto lane = make<CvAutomation>(kUnitLinear, "l");
+    auto lane = newObject<CvAutomation>(kUnitLinear, "l");
     EXPECT_TRUE(queryInterface<IMediaObject>(static_cast<IMediaAutomation*>(lane.get())));
     EXPECT_FALSE(queryInterface<IMediaEvent>(static_cast<IMediaAutomation*>(lane.get())));
 }

@@ -9,15 +9,15 @@ namespace {
 
 IPtr<CvAudioEvent> warped(double duration,
                           std::initializer_list<std::pair<double, double>> points) {
-    auto event = make<CvAudioEvent>("a");
+    auto event = newObject<CvAudioEvent>("a");
     event->setDuration(duration);
     for (const auto& point : points)
-        event->addWarpPoint(make<CvWarpPoint>(point.first, point.second).get());
+        event->addWarpPoint(newObject<CvWarpPoint>(point.first, point.second).get());
     return event;
 }
 
 TEST(ClipEvent, EventTimeAndMuteGoThroughTheTimeObject) {
-    auto event = make<CvMarkerEvent>();
+    auto event = newObject<CvMarkerEvent>();
     IMediaEvent* face = event.get();
     EXPECT_EQ(face->getEventType(), kEventMarker);
     EXPECT_FALSE(face->isMuted());
@@ -40,10 +40,10 @@ TEST(ClipEvent, EventTimeAndMuteGoThroughTheTimeObject) {
 }
 
 TEST(ClipEvent, ClipHoldsEventsInOrderWithDuplicatesAndAnswersOnlyForItsFaces) {
-    auto clip = make<CvClip>(kEventAudio, "clip");
-    auto first = make<CvAudioEvent>("e1");
+    auto clip = newObject<CvClip>(kEventAudio, "clip");
+    auto first = newObject<CvAudioEvent>("e1");
     clip->addEvent(first.get());
-    clip->addEvent(make<CvAudioEvent>("e2").get());
+    clip->addEvent(newObject<CvAudioEvent>("e2").get());
     clip->addEvent(first.get()); // plain add keeps duplicates
     clip->addEvent(nullptr);
     clip->setStart(4.0);
@@ -73,7 +73,7 @@ TEST(ClipEvent, ClipHoldsEventsInOrderWithDuplicatesAndAnswersOnlyForItsFaces) {
 }
 
 TEST(ClipEvent, AudioEventDefaultsFormatAndFile) {
-    auto event = make<CvAudioEvent>("take");
+    auto event = newObject<CvAudioEvent>("take");
     IMediaAudioEvent* face = event.get();
     EXPECT_EQ(static_cast<IMediaEvent*>(event.get())->getEventType(), kEventAudio);
     EXPECT_EQ(face->getWarpCount(), 0u);
@@ -98,7 +98,7 @@ TEST(ClipEvent, AudioEventDefaultsFormatAndFile) {
 }
 
 TEST(ClipEvent, VideoEventFormatAndFile) {
-    auto event = make<CvVideoEvent>("film");
+    auto event = newObject<CvVideoEvent>("film");
     IMediaVideoEvent* face = event.get();
     EXPECT_EQ(static_cast<IMediaEvent*>(event.get())->getEventType(), kEventVideo);
     uint32 rate = 1;
@@ -119,7 +119,7 @@ TEST(ClipEvent, VideoEventFormatAndFile) {
 }
 
 TEST(ClipEvent, NoteEventMidiBytesAndClampedVelocity) {
-    auto note = make<CvMidiNoteEvent>(60, 0.5, 1);
+    auto note = newObject<CvMidiNoteEvent>(60, 0.5, 1);
     IMediaMidiEvent* midi = note.get();
     EXPECT_EQ(static_cast<IMediaEvent*>(note.get())->getEventType(), kEventMidi);
     EXPECT_EQ(midi->getStatus(), 144u);
@@ -129,20 +129,20 @@ TEST(ClipEvent, NoteEventMidiBytesAndClampedVelocity) {
     EXPECT_EQ(static_cast<IMediaMidiNoteEvent*>(note.get())->getKey(), 60u);
     EXPECT_EQ(static_cast<IMediaMidiNoteEvent*>(note.get())->getVelocity(), 0.5);
 
-    auto loud = make<CvMidiNoteEvent>(61, 1.5, 0);
+    auto loud = newObject<CvMidiNoteEvent>(61, 1.5, 0);
     EXPECT_EQ(static_cast<IMediaMidiNoteEvent*>(loud.get())->getVelocity(), 1.0);
-    auto quiet = make<CvMidiNoteEvent>(62, -0.5, 0);
+    auto quiet = newObject<CvMidiNoteEvent>(62, -0.5, 0);
     EXPECT_EQ(static_cast<IMediaMidiNoteEvent*>(quiet.get())->getVelocity(), 0.0);
     EXPECT_EQ(static_cast<IMediaMidiEvent*>(quiet.get())->getData2(), 0u);
 
-    auto plain = make<CvMidiEvent>(176, 2, 7, 100);
+    auto plain = newObject<CvMidiEvent>(176, 2, 7, 100);
     EXPECT_EQ(static_cast<IMediaMidiEvent*>(plain.get())->getData2(), 100u);
     EXPECT_FALSE(queryInterface<IMediaMidiNoteEvent>(static_cast<IMediaEvent*>(plain.get())));
     EXPECT_TRUE(queryInterface<IMediaMidiEvent>(static_cast<IMediaMidiNoteEvent*>(note.get())));
 }
 
 TEST(ClipEvent, TempoAndSignatureEventDefaults) {
-    auto tempo = make<CvTempoEvent>();
+    auto tempo = newObject<CvTempoEvent>();
     IMediaTempoEvent* tempoFace = tempo.get();
     EXPECT_EQ(tempoFace->getTempo(), 120.0);
     EXPECT_EQ(tempoFace->getInterpolation(), kInterpolationHold);
@@ -152,7 +152,7 @@ TEST(ClipEvent, TempoAndSignatureEventDefaults) {
     EXPECT_EQ(tempoFace->getInterpolation(), kInterpolationLinear);
     EXPECT_EQ(static_cast<IMediaEvent*>(tempo.get())->getEventType(), kEventTempo);
 
-    auto signature = make<CvSignatureEvent>();
+    auto signature = newObject<CvSignatureEvent>();
     IMediaSignatureEvent* signatureFace = signature.get();
     EXPECT_EQ(signatureFace->getNumerator(), 4);
     EXPECT_EQ(signatureFace->getDenominator(), 4);

@@ -63,7 +63,7 @@ namespace Halvorn {
 namespace {
 
 IPtr<CvParameter> parameter(const char8* name, const String& id) {
-    auto result = make<CvParameter>(kUnitLinear, id);
+    auto result = newObject<CvParameter>(kUnitLinear, id);
     result->setName(name);
     return result;
 }
@@ -71,50 +71,50 @@ IPtr<CvParameter> parameter(const char8* name, const String& id) {
 // Tracks in folders, each with a channel held twice, devices, sends, clips of every event kind
 // and automation; sizes are chosen so that every list outgrows its first allocation.
 IPtr<CvProject> buildLargeProject() {
-    auto project = make<CvProject>("Big", "1");
+    auto project = newObject<CvProject>("Big", "1");
     for (int f = 0; f < 4; ++f) {
-        auto folder = make<CvTrack>(kContentTracks, "");
+        auto folder = newObject<CvTrack>(kContentTracks, "");
         for (int t = 0; t < 12; ++t) {
             String id;
             id.printf("t%d.%d", f, t);
-            auto track = make<CvTrack>(t % 2 ? kContentAudio : kContentNotes, id);
-            auto channel = make<CvChannel>(1, kChannelRoleRegular, id);
+            auto track = newObject<CvTrack>(t % 2 ? kContentAudio : kContentNotes, id);
+            auto channel = newObject<CvChannel>(1, kChannelRoleRegular, id);
             channel->addParameter(parameter(kParamVolume, id).get());
-            auto eq = make<CvEqualizer>(kRoleAudioFX, "");
-            eq->addBand(make<CvEqualizerBand>(kBandBell, 0, "").get());
+            auto eq = newObject<CvEqualizer>(kRoleAudioFX, "");
+            eq->addBand(newObject<CvEqualizerBand>(kBandBell, 0, "").get());
             channel->addDevice(eq.get());
-            channel->addDevice(make<CvInstrument>(kDeviceBuiltinInstrument, 1, "").get());
-            channel->addSend(make<CvSend>(kSendPre, "").get());
+            channel->addDevice(newObject<CvInstrument>(kDeviceBuiltinInstrument, 1, "").get());
+            channel->addSend(newObject<CvSend>(kSendPre, "").get());
             track->setChannel(channel.get());
             project->addChannel(channel.get());
 
-            auto clip = make<CvClip>(t % 2 ? kEventAudio : kEventMidi, "");
+            auto clip = newObject<CvClip>(t % 2 ? kEventAudio : kEventMidi, "");
             for (int e = 0; e < 300; ++e) {
                 if (t % 2) {
-                    auto audio = make<CvAudioEvent>("");
-                    audio->addWarpPoint(make<CvWarpPoint>(0.0, 0.0).get());
-                    audio->addWarpPoint(make<CvWarpPoint>(1.0, 2.0).get());
+                    auto audio = newObject<CvAudioEvent>("");
+                    audio->addWarpPoint(newObject<CvWarpPoint>(0.0, 0.0).get());
+                    audio->addWarpPoint(newObject<CvWarpPoint>(1.0, 2.0).get());
                     clip->addEvent(audio.get());
                 } else {
-                    clip->addEvent(make<CvMidiNoteEvent>(60 + e % 12, 0.8, 0).get());
+                    clip->addEvent(newObject<CvMidiNoteEvent>(60 + e % 12, 0.8, 0).get());
                 }
             }
-            clip->addEvent(make<CvVideoEvent>("").get());
-            clip->addEvent(make<CvTempoEvent>().get());
-            clip->addEvent(make<CvSignatureEvent>().get());
-            clip->addEvent(make<CvMarkerEvent>().get());
+            clip->addEvent(newObject<CvVideoEvent>("").get());
+            clip->addEvent(newObject<CvTempoEvent>().get());
+            clip->addEvent(newObject<CvSignatureEvent>().get());
+            clip->addEvent(newObject<CvMarkerEvent>().get());
             track->addClip(clip.get());
 
-            auto lane = make<CvAutomation>(kUnitLinear, "");
+            auto lane = newObject<CvAutomation>(kUnitLinear, "");
             lane->setTarget(id);
             for (int p = 0; p < 200; ++p)
-                lane->addPoint(make<CvAutomationPoint>().get());
+                lane->addPoint(newObject<CvAutomationPoint>().get());
             track->addAutomation(lane.get());
             folder->addTrack(track.get());
         }
         project->addTrack(folder.get());
     }
-    auto fx = make<CvChannel>(1, kChannelRoleEffect, "fx");
+    auto fx = newObject<CvChannel>(1, kChannelRoleEffect, "fx");
     project->addChannel(fx.get());
     return project;
 }

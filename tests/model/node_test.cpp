@@ -10,7 +10,7 @@ namespace {
 std::string names(const TArray<CvNode*>& nodes) {
     std::string result;
     for (const CvNode* node : nodes)
-        result += std::string(String(node->getName()).text8()) + " ";
+        result += std::string(String(node->getNodeName()).text8()) + " ";
     return result;
 }
 
@@ -26,9 +26,9 @@ TEST(Node, ColourTextsParseLeniently) {
     EXPECT_FALSE(CvColor("#ff8000ff0").isValid());
     EXPECT_FALSE(CvColor("").isValid());
     // A first non-digit is skipped, a second ends the number, none gives 255.
-    EXPECT_EQ(CvColor("#xAAx!!").getRed(), 0xA);
-    EXPECT_EQ(CvColor("#xAAx!!").getGreen(), 0xA);
-    EXPECT_EQ(CvColor("#xAAx!!").getBlue(), 255);
+    EXPECT_EQ(CvColor("#xAAx!!").red(), 0xA);
+    EXPECT_EQ(CvColor("#xAAx!!").green(), 0xA);
+    EXPECT_EQ(CvColor("#xAAx!!").blue(), 255);
     EXPECT_EQ(CvColor("#éF00000A"), CvColor(15, 0, 0, 10)); // é is one character, two bytes
 
     EXPECT_EQ(String(orange.toString()), String("#ff8000ff"));
@@ -39,7 +39,7 @@ TEST(Node, ColourTextsParseLeniently) {
 }
 
 TEST(Node, ColourIsAValueThatLivesInItsNode) {
-    auto node = make<CvNode>("Track", "t1");
+    auto node = newObject<CvNode>("Track", "t1");
     IMediaColor* color = static_cast<IMediaObject*>(node.get())->getColor();
     ASSERT_NE(color, nullptr);
     EXPECT_EQ(color->getRed() | color->getGreen() | color->getBlue() | color->getAlpha(), 0);
@@ -48,25 +48,25 @@ TEST(Node, ColourIsAValueThatLivesInItsNode) {
     EXPECT_EQ(color->getRed(), 1);
     EXPECT_EQ(color->getAlpha(), 4);
     EXPECT_EQ(node->getNodeColor(), CvColor(1, 2, 3, 4));
-    // Its count is not used: a caller's addRef and release can't destroy it.
+    // Its count is the node's: a reference held on the colour keeps the node alive.
     auto held = queryInterface<IMediaColor>(color);
     EXPECT_EQ(held.get(), color);
-    held = nullptr;
-    color->release();
-    EXPECT_EQ(color->getBlue(), 3);
+    EXPECT_EQ(node->refCount(), 2);
+    node = nullptr;
+    EXPECT_EQ(held->getBlue(), 3);
 }
 
 TEST(Node, ChildrenAndDepthFirstSearch) {
-    auto root = make<CvNode>("root");
+    auto root = newObject<CvNode>("root");
     EXPECT_EQ(root->getChildren().total(), 0);
     EXPECT_EQ(root->getAllChildren().total(), 0);
     EXPECT_EQ(root->findChild("a"), nullptr);
     EXPECT_EQ(root->findDescendant("a"), nullptr);
 
-    auto a = make<CvNode>("a");
-    auto b = make<CvNode>("b");
-    auto deepB = make<CvNode>("b", "deep");
-    auto c = make<CvNode>("c");
+    auto a = newObject<CvNode>("a");
+    auto b = newObject<CvNode>("b");
+    auto deepB = newObject<CvNode>("b", "deep");
+    auto c = newObject<CvNode>("c");
     a->addChild(deepB.get());
     deepB->addChild(c.get());
     root->addChild(a.get());
@@ -89,7 +89,7 @@ TEST(Node, ChildrenAndDepthFirstSearch) {
 }
 
 TEST(Node, AttributesOverwriteInPlace) {
-    auto node = make<CvNode>("Element");
+    auto node = newObject<CvNode>("Element");
     EXPECT_FALSE(node->hasAttribute("id"));
     EXPECT_EQ(node->getAttribute("id", "fallback"), String("fallback"));
     node->setAttribute("id", "1");
@@ -111,11 +111,11 @@ TEST(Node, AttributesOverwriteInPlace) {
     EXPECT_EQ(*node->findAttributeValue("wide"), String("w"));
     EXPECT_EQ(node->findAttributeValue("Id"), nullptr);
     EXPECT_EQ(node->findAttributeValue(nullptr), nullptr);
-    EXPECT_EQ(make<CvNode>("Bare")->findAttributeValue("id"), nullptr);
+    EXPECT_EQ(newObject<CvNode>("Bare")->findAttributeValue("id"), nullptr);
 }
 
 TEST(Node, QueryAnswersForOwnAndBaseFacesElseNoInterface) {
-    auto node = make<CvNode>("n", "id");
+    auto node = newObject<CvNode>("n", "id");
     IMediaObject* face = node.get();
     void* out = nullptr;
     ASSERT_EQ(face->queryInterface(IMediaObject::iid, &out), kResultOk);

@@ -8,7 +8,7 @@ namespace Halvorn {
 namespace {
 
 TEST(ProjectTime, NewProjectHasDefaultTempoSignatureAndNoContent) {
-    auto project = make<CvProject>("Writer", "2.1");
+    auto project = newObject<CvProject>("Writer", "2.1");
     EXPECT_EQ(utf8(project->getApplicationName()), "Writer");
     EXPECT_EQ(utf8(project->getApplicationVersion()), "2.1");
     EXPECT_EQ(project->getTrackCount(), 0u);
@@ -32,21 +32,21 @@ TEST(ProjectTime, NewProjectHasDefaultTempoSignatureAndNoContent) {
 }
 
 TEST(ProjectTime, ReplacingTempoAndSignatureKeepsThemNonNullAndBalanced) {
-    auto project = make<CvProject>("", "");
+    auto project = newObject<CvProject>("", "");
     CvParameter* original = project->getTempo();
     project->setTempo(nullptr);
     project->setTimeSignature(nullptr);
     EXPECT_EQ(project->getTempo(), original);
     EXPECT_NE(project->getTimeSignature(), nullptr);
 
-    auto tempo = make<CvParameter>(kUnitBpm, "tempo");
+    auto tempo = newObject<CvParameter>(kUnitBpm, "tempo");
     tempo->setValue(98.5);
     project->setTempo(tempo.get());
     project->setTempo(tempo.get()); // the same object again changes nothing
     EXPECT_EQ(tempo->refCount(), 2);
     EXPECT_EQ(static_cast<IMediaProject*>(project.get())->getTempo()->getValue(), 98.5);
 
-    auto signature = make<CvSignature>(7, 8, "sig");
+    auto signature = newObject<CvSignature>(7, 8, "sig");
     project->setTimeSignature(signature.get());
     IMediaSignature* face = static_cast<IMediaProject*>(project.get())->getTimeSignature();
     EXPECT_EQ(face->getNumerator(), 7);
@@ -58,7 +58,7 @@ TEST(ProjectTime, ReplacingTempoAndSignatureKeepsThemNonNullAndBalanced) {
 }
 
 TEST(ProjectTime, TimeDomainConvertsBeatsAndSecondsAtItsTempo) {
-    auto domain = make<CvTimeDomain>(120.0);
+    auto domain = newObject<CvTimeDomain>(120.0);
     EXPECT_DOUBLE_EQ(domain->beatsToSeconds(4.0), 2.0);
     EXPECT_DOUBLE_EQ(domain->secondsToBeats(2.0), 4.0);
     domain->setTempo(90.0);

@@ -25,7 +25,7 @@ TEST(PackageClient, KeepsOneRowPerTypeWithTheLatestFolder) {
 }
 
 TEST(Package, HoldsItsProjectUntilItGoes) {
-    auto project = IPtr<CvProject>::adopt(new CvProject(String("App"), String("1")));
+    auto project = newObject<CvProject>(String("App"), String("1"));
     auto* package = new CvPackage(project.get());
     EXPECT_EQ(project->refCount(), 2);
     EXPECT_EQ(package->getProject(), static_cast<IMediaProject*>(project.get()));

@@ -101,7 +101,7 @@ IPtr<IMediaProjectPackage> read(IMediaPackageManager* manager, const std::string
 }
 
 IPtr<CvPackageManagerClient> makeClient(const std::string& base, bool wantVideo) {
-    auto client = IPtr<CvPackageManagerClient>::adopt(new CvPackageManagerClient);
+    auto client = newObject<CvPackageManagerClient>();
     client->setPathForFileType(kCvFileAudio, String((base + "/Audio").c_str()));
     client->setPathForFileType(kCvFilePreset, String((base + "\\Preset").c_str()));
     client->setPathForFileType(kCvFileMidi, String((base + "/Midi").c_str()));

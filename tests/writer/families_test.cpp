@@ -38,7 +38,7 @@ struct Written {
 };
 
 TEST(ProjectFamily, AnEmptyProjectHasTheFrameAndAnEmptyOuterLane) {
-    auto project = make(new CvProject("App", "version 3"));
+    auto project = newObject<CvProject>("App", "version 3");
     Written out(project.get());
     EXPECT_EQ(out.document, "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                             "<Project version=\"1.0\">\n"
@@ -64,10 +64,10 @@ TEST(ProjectFamily, AnEmptyProjectHasTheFrameAndAnEmptyOuterLane) {
 TEST(ProjectFamily, AStreamThatFailsHalfwayMakesTheWriteFalse) {
     // A small document fails when it is passed on at the end, a large one at a block on the
     // way; both must say so.
-    auto small = make(new CvProject("App", "1"));
-    auto large = make(new CvProject("App", "1"));
+    auto small = newObject<CvProject>("App", "1");
+    auto large = newObject<CvProject>("App", "1");
     for (int i = 0; i < 2000; ++i)
-        large->addTrack(make(new CvTrack(kContentAudio, String(std::to_string(i).c_str()))).get());
+        large->addTrack(newObject<CvTrack>(kContentAudio, String(std::to_string(i).c_str())).get());
     for (CvProject* project : {small.get(), large.get()}) {
         ScratchFolder scratch;
         const std::string path = scratch / "project.xml";
@@ -90,22 +90,22 @@ TEST(ProjectFamily, AStreamThatFailsHalfwayMakesTheWriteFalse) {
 }
 
 TEST(TrackFamily, FoldersNestInStructureAndFlattenInLanes) {
-    auto project = make(new CvProject("App", "1"));
-    auto folder = make(new CvTrack(kContentTracks, "f"));
-    auto first = make(new CvTrack(kContentAudio, "a"));
-    auto second = make(new CvTrack(kContentNotes, "b"));
+    auto project = newObject<CvProject>("App", "1");
+    auto folder = newObject<CvTrack>(kContentTracks, "f");
+    auto first = newObject<CvTrack>(kContentAudio, "a");
+    auto second = newObject<CvTrack>(kContentNotes, "b");
     folder->addTrack(first.get());
     folder->addTrack(second.get());
     project->addTrack(folder.get());
     // A tempo track inside a folder is no top-level tempo track; a second top-level one is
     // ignored but keeps its lane.
-    auto nestedTempo = make(new CvTrack(kContentTempo, "t0"));
+    auto nestedTempo = newObject<CvTrack>(kContentTempo, "t0");
     second->addTrack(nestedTempo.get());
-    auto tempo = make(new CvTrack(kContentTempo, "t1"));
-    auto tempoTwin = make(new CvTrack(kContentTempo, "t2"));
+    auto tempo = newObject<CvTrack>(kContentTempo, "t1");
+    auto tempoTwin = newObject<CvTrack>(kContentTempo, "t2");
     for (CvTrack* track : {tempo.get(), tempoTwin.get()}) {
-        auto clip = make(new CvClip(kEventTempo, {}));
-        auto event = make(new CvTempoEvent());
+        auto clip = newObject<CvClip>(kEventTempo, String());
+        auto event = newObject<CvTempoEvent>();
         event->setTempo(track == tempo.get() ? 100.0 : 200.0);
         clip->addEvent(event.get());
         track->addClip(clip.get());
@@ -191,31 +191,31 @@ TEST(TrackFamily, AnotherModelWithACycleAndNullsEndsAtTheDepthLimit) {
 }
 
 TEST(ChannelFamily, ParametersDevicesAndSendsTakeTheirForms) {
-    auto project = make(new CvProject("App", "1"));
-    auto bus = make(new CvChannel(1, kChannelRoleSubmix, "bus"));
-    auto vca = make(new CvChannel(1, kChannelRoleVca, "vca"));
-    auto regular = make(new CvChannel(1, kChannelRoleRegular, "reg"));
-    auto other = make(new CvChannel(2, kChannelRoleMaster, "kind2"));
+    auto project = newObject<CvProject>("App", "1");
+    auto bus = newObject<CvChannel>(1, kChannelRoleSubmix, "bus");
+    auto vca = newObject<CvChannel>(1, kChannelRoleVca, "vca");
+    auto regular = newObject<CvChannel>(1, kChannelRoleRegular, "reg");
+    auto other = newObject<CvChannel>(2, kChannelRoleMaster, "kind2");
     // Only a kind-1 master, effect or submix stands directly in Structure.
     for (CvChannel* channel : {bus.get(), vca.get(), regular.get(), other.get()})
         project->addChannel(channel);
-    auto solo = make(new CvParameter(kUnitNormalized, ""));
+    auto solo = newObject<CvParameter>(kUnitNormalized, "");
     solo->setName(kParamSolo);
     solo->setValue(0.0);
     bus->addParameter(solo.get());
-    auto au = make(new CvDevice(kDeviceAu, kRoleAudioFX, "au")); // left out without trace
+    auto au = newObject<CvDevice>(kDeviceAu, kRoleAudioFX, "au"); // left out without trace
     bus->addDevice(au.get());
-    auto plugin = make(new CvDevice(kDeviceQuor3, kRoleUnknown, "p"));
+    auto plugin = newObject<CvDevice>(kDeviceQuor3, kRoleUnknown, "p");
     for (uint32 number : {4205u, 4200u}) {
-        auto parameter = make(new CvParameter(kUnitUnknown, ""));
+        auto parameter = newObject<CvParameter>(kUnitUnknown, "");
         parameter->setParameterId(number);
         plugin->addParameter(parameter.get());
     }
-    auto bare = make(new CvDevice(kDeviceLimiter, kRoleAudioFX, ""));
-    auto gain = make(new CvParameter(kUnitDecibel, "g"));
+    auto bare = newObject<CvDevice>(kDeviceLimiter, kRoleAudioFX, "");
+    auto gain = newObject<CvParameter>(kUnitDecibel, "g");
     gain->setName(kParamEqualizerInputGain); // no row of the table matches on a limiter
     bare->addParameter(gain.get());
-    auto send = make(new CvSend(7, ""));
+    auto send = newObject<CvSend>(7, "");
     bus->addSend(send.get());
     Written out(project.get());
     const std::string& d = out.document;
@@ -229,11 +229,11 @@ TEST(ChannelFamily, ParametersDevicesAndSendsTakeTheirForms) {
 
     // A device of a left-out kind alone leaves an empty Devices; an empty name, role or unit
     // leaves its attribute out rather than cutting the document.
-    auto lone = make(new CvChannel(1, kChannelRoleEffect, "fx"));
+    auto lone = newObject<CvChannel>(1, kChannelRoleEffect, "fx");
     lone->addDevice(au.get());
     lone->addDevice(plugin.get());
     lone->addDevice(bare.get());
-    auto onlyAu = make(new CvChannel(1, kChannelRoleEffect, "fx2"));
+    auto onlyAu = newObject<CvChannel>(1, kChannelRoleEffect, "fx2");
     onlyAu->addDevice(au.get());
     project->addChannel(lone.get());
     project->addChannel(onlyAu.get());
@@ -251,28 +251,28 @@ TEST(ChannelFamily, ParametersDevicesAndSendsTakeTheirForms) {
 }
 
 TEST(ArrangementFamily, ClipsPointsAndTimesTakeTheirForms) {
-    auto project = make(new CvProject("App", "1"));
-    auto audio = make(new CvTrack(kContentAudio, "a"));
+    auto project = newObject<CvProject>("App", "1");
+    auto audio = newObject<CvTrack>(kContentAudio, "a");
     project->addTrack(audio.get());
-    auto clip = make(new CvClip(kEventAudio, {}));
+    auto clip = newObject<CvClip>(kEventAudio, String());
     clip->setStart(1.0 / 3.0);
     clip->setDuration(1234567.891);
     clip->setFadeOutTime(-1.0); // not above 0: no attribute
     audio->addClip(clip.get());
-    auto lane = make(new CvAutomation(kUnitUnknown, ""));
+    auto lane = newObject<CvAutomation>(kUnitUnknown, "");
     lane->setTarget("x");
     for (double value : {0.7, 0.0, -1.0}) {
-        auto point = make(new CvAutomationPoint());
+        auto point = newObject<CvAutomationPoint>();
         point->setValue(value);
         lane->addPoint(point.get());
     }
     audio->addAutomation(lane.get());
-    auto markers = make(new CvTrack(kContentMarkers, "m"));
-    auto markerClip = make(new CvClip(kEventMarker, {}));
-    auto marker = make(new CvMarkerEvent());
+    auto markers = newObject<CvTrack>(kContentMarkers, "m");
+    auto markerClip = newObject<CvClip>(kEventMarker, String());
+    auto marker = newObject<CvMarkerEvent>();
     marker->setStart(2147483648.0);
     markerClip->addEvent(marker.get());
-    auto notMarker = make(new CvTempoEvent()); // on a marker track, but no marker
+    auto notMarker = newObject<CvTempoEvent>(); // on a marker track, but no marker
     markerClip->addEvent(notMarker.get());
     markers->addClip(markerClip.get());
     project->addTrack(markers.get());
@@ -295,20 +295,20 @@ TEST(ArrangementFamily, ClipsPointsAndTimesTakeTheirForms) {
 
 TEST(OddInput, TextThatXmlRefusesStillGivesADocumentThatParses) {
     const char16 name[] = {u'a', 0xD800, u'"', u'<', 0x01, u'\n', u'&', 0xFFFF, u'\'', 0xDC00, 0};
-    auto project = make(new CvProject(name, name));
-    auto track = make(new CvTrack(kContentAudio, name));
+    auto project = newObject<CvProject>(name, name);
+    auto track = newObject<CvTrack>(kContentAudio, name);
     track->setName(name);
     project->addTrack(track.get());
-    auto channel = make(new CvChannel(1, kChannelRoleMaster, name));
+    auto channel = newObject<CvChannel>(1, kChannelRoleMaster, name);
     channel->setName(name);
     channel->setDestination(name);
-    auto device = make(new CvDevice(kDeviceQuor3, kRoleInstrument, name));
+    auto device = newObject<CvDevice>(kDeviceQuor3, kRoleInstrument, name);
     device->setName(name);
     device->setDeviceId("\xFF\xFE bad \x80 utf-8 \x02");
     device->setStateFile(String(name), false);
     channel->addDevice(device.get());
     project->addChannel(channel.get());
-    auto lane = make(new CvAutomation(kUnitLinear, name));
+    auto lane = newObject<CvAutomation>(kUnitLinear, name);
     lane->setTarget(name);
     track->addAutomation(lane.get());
 

@@ -15,7 +15,7 @@ namespace {
 
 IPtr<CvParameter> parameter(uint32 unit, const char* id, const char* name, double value, double min,
                             double max, uint32 steps = 0, uint32 number = 0) {
-    auto result = make(new CvParameter(unit, id));
+    auto result = newObject<CvParameter>(unit, id);
     result->setName(name);
     result->setMin(min);
     result->setMax(max);
@@ -26,7 +26,7 @@ IPtr<CvParameter> parameter(uint32 unit, const char* id, const char* name, doubl
 }
 
 IPtr<CvAutomationPoint> point(double time, double value, uint32 interpolation) {
-    auto result = make(new CvAutomationPoint());
+    auto result = newObject<CvAutomationPoint>();
     result->setTime(time);
     result->setValue(value);
     result->setInterpolation(interpolation);
@@ -35,7 +35,7 @@ IPtr<CvAutomationPoint> point(double time, double value, uint32 interpolation) {
 
 IPtr<CvAudioEvent> audioEvent(const std::string& path, double start, double duration, double offset,
                               uint32 rate, uint32 channels, double length) {
-    auto event = make(new CvAudioEvent({}));
+    auto event = newObject<CvAudioEvent>(String());
     event->setFile(utf16(path).c_str(), false);
     event->setStart(start);
     event->setDuration(duration);
@@ -45,7 +45,7 @@ IPtr<CvAudioEvent> audioEvent(const std::string& path, double start, double dura
 }
 
 IPtr<CvChannel> guitarChannel(const GoldenMedia& media) {
-    auto channel = make(new CvChannel(1, kChannelRoleRegular, "id3"));
+    auto channel = newObject<CvChannel>(1, kChannelRoleRegular, "id3");
     channel->setName("Guitar");
     channel->setAudioChannels(2);
     channel->setDestination("id20");
@@ -53,7 +53,7 @@ IPtr<CvChannel> guitarChannel(const GoldenMedia& media) {
     channel->addParameter(parameter(kUnitNormalized, "id5", kParamPan, 0.25, 0.0, 1.0).get());
     channel->addParameter(parameter(kUnitNormalized, "id6", kParamMute, 0.0, 0.0, 1.0, 2).get());
 
-    auto reverb = make(new CvDevice(kDeviceQuor3, kRoleAudioFX, "id7"));
+    auto reverb = newObject<CvDevice>(kDeviceQuor3, kRoleAudioFX, "id7");
     reverb->setName("Reverb & Hall");
     reverb->setDeviceId("ABCDEF0123456789ABCDEF0123456789");
     reverb->setStateFile(media.state.c_str(), false);
@@ -62,11 +62,11 @@ IPtr<CvChannel> guitarChannel(const GoldenMedia& media) {
     reverb->addParameter(parameter(kUnitPercent, "", "Size", 75.0, 0.0, 100.0, 0, 4201).get());
     channel->addDevice(reverb.get());
 
-    auto unsupported = make(new CvDevice(kDeviceAu, kRoleAudioFX, "id40"));
+    auto unsupported = newObject<CvDevice>(kDeviceAu, kRoleAudioFX, "id40");
     unsupported->setName("Left out");
     channel->addDevice(unsupported.get());
 
-    auto compressor = make(new CvDevice(kDeviceCompressor, kRoleAudioFX, "id9"));
+    auto compressor = newObject<CvDevice>(kDeviceCompressor, kRoleAudioFX, "id9");
     compressor->setName("Comp");
     compressor->setEnabled(false);
     compressor->addParameter(
@@ -76,25 +76,25 @@ IPtr<CvChannel> guitarChannel(const GoldenMedia& media) {
         parameter(kUnitNormalized, "id11", kParamCompressorAutoMakeup, 1.0, 0.0, 1.0, 2).get());
     channel->addDevice(compressor.get());
 
-    auto send = make(new CvSend(kSendPost, "id12"));
+    auto send = newObject<CvSend>(kSendPost, "id12");
     send->setDestination("id21");
     send->addParameter(parameter(kUnitNormalized, "id13", kParamEnable, 1.0, 0.0, 1.0, 2).get());
     send->addParameter(parameter(kUnitLinear, "id14", kParamVolume, 0.5, 0.0, 2.0).get());
     channel->addSend(send.get());
-    auto preSend = make(new CvSend(kSendPre, ""));
+    auto preSend = newObject<CvSend>(kSendPre, "");
     channel->addSend(preSend.get());
     return channel;
 }
 
 IPtr<CvTrack> guitarTrack(const GoldenMedia& media, CvProject* project) {
-    auto track = make(new CvTrack(kContentAudio, "id2"));
+    auto track = newObject<CvTrack>(kContentAudio, "id2");
     track->setName("Guitar");
     track->setColor(CvColor(0xff, 0x80, 0x00, 0xff));
     auto channel = guitarChannel(media);
     track->setChannel(channel.get());
     project->addChannel(channel.get());
 
-    auto clip = make(new CvClip(kEventAudio, {}));
+    auto clip = newObject<CvClip>(kEventAudio, String());
     clip->setName("Take 1");
     clip->setColor(CvColor(0x00, 0xff, 0x00, 0xff));
     clip->setStart(1.5);
@@ -102,45 +102,45 @@ IPtr<CvTrack> guitarTrack(const GoldenMedia& media, CvProject* project) {
     clip->setOffset(0.25);
     clip->setFadeInTime(0.1);
     auto warped = audioEvent(media.guitar, 0.0, 4.0, 0.0, 48000, 2, 4.5);
-    warped->addWarpPoint(make(new CvWarpPoint(0.0, 0.0)).get());
-    warped->addWarpPoint(make(new CvWarpPoint(2.0, 2.5)).get());
+    warped->addWarpPoint(newObject<CvWarpPoint>(0.0, 0.0).get());
+    warped->addWarpPoint(newObject<CvWarpPoint>(2.0, 2.5).get());
     clip->addEvent(warped.get());
     clip->addEvent(audioEvent(media.guitarTwin, 4.0, 2.0, 0.5, 44100, 1, 2.0).get());
     clip->addEvent(audioEvent(media.missing, 6.0, 1.0, 0.0, 44100, 1, 1.0).get());
     track->addClip(clip.get());
 
-    auto volume = make(new CvAutomation(kUnitLinear, "id15"));
+    auto volume = newObject<CvAutomation>(kUnitLinear, "id15");
     volume->setTarget("id4");
     volume->addPoint(point(0.0, 0.8, kInterpolationLinear).get());
     volume->addPoint(point(2.0, 1.0, kInterpolationLinear).get());
     volume->addPoint(point(3.0, 0.7, kInterpolationHold).get());
     track->addAutomation(volume.get());
-    auto untargeted = make(new CvAutomation(kUnitLinear, "id42"));
+    auto untargeted = newObject<CvAutomation>(kUnitLinear, "id42");
     untargeted->addPoint(point(1.0, 1.0, kInterpolationLinear).get());
     track->addAutomation(untargeted.get());
     return track;
 }
 
 IPtr<CvTrack> keysTrack(CvProject* project) {
-    auto track = make(new CvTrack(kContentNotes, "id16"));
+    auto track = newObject<CvTrack>(kContentNotes, "id16");
     track->setName("Keys \"Lead\" & <Pad>");
     track->setLoaded(false);
-    auto channel = make(new CvChannel(1, kChannelRoleRegular, "id17"));
+    auto channel = newObject<CvChannel>(1, kChannelRoleRegular, "id17");
     channel->setName("Keys");
     channel->addParameter(parameter(kUnitNormalized, "", kParamSolo, 1.0, 0.0, 1.0, 2).get());
     track->setChannel(channel.get());
     project->addChannel(channel.get());
 
-    auto clip = make(new CvClip(kEventMidi, {}));
+    auto clip = newObject<CvClip>(kEventMidi, String());
     clip->setName("Chords");
     clip->setStart(8.0);
     clip->setDuration(2.0);
     clip->setMuted(true);
     clip->setFadeInTime(1.0); // notes have no fades in the document
-    auto first = make(new CvMidiNoteEvent(60, 0.8, 0));
+    auto first = newObject<CvMidiNoteEvent>(60, 0.8, 0);
     first->setDuration(0.5);
     clip->addEvent(first.get());
-    auto second = make(new CvMidiNoteEvent(64, 1.0, 1));
+    auto second = newObject<CvMidiNoteEvent>(64, 1.0, 1);
     second->setStart(1.0);
     second->setDuration(1.0);
     clip->addEvent(second.get());
@@ -149,12 +149,12 @@ IPtr<CvTrack> keysTrack(CvProject* project) {
 }
 
 IPtr<CvTrack> videoTrack(const GoldenMedia& media) {
-    auto track = make(new CvTrack(kContentVideo, "id18"));
+    auto track = newObject<CvTrack>(kContentVideo, "id18");
     track->setName("Picture");
-    auto clip = make(new CvClip(kEventVideo, {}));
+    auto clip = newObject<CvClip>(kEventVideo, String());
     clip->setName("Film");
     clip->setDuration(12.0);
-    auto video = make(new CvVideoEvent({}));
+    auto video = newObject<CvVideoEvent>(String());
     video->setFile(utf16(media.movie).c_str(), false);
     video->setFormat(48000, 576000, 12.0);
     clip->addEvent(video.get());
@@ -165,14 +165,14 @@ IPtr<CvTrack> videoTrack(const GoldenMedia& media) {
 template <class Event, class Fill>
 IPtr<CvTrack> timelineTrack(uint32 content, uint32 eventType, const char* id, const char* name,
                             double duration, std::initializer_list<double> times, Fill fill) {
-    auto track = make(new CvTrack(content, id));
+    auto track = newObject<CvTrack>(content, id);
     track->setName(name);
-    auto clip = make(new CvClip(eventType, {}));
+    auto clip = newObject<CvClip>(eventType, String());
     clip->setName(name);
     clip->setDuration(duration);
     int index = 0;
     for (double time : times) {
-        auto event = make(new Event());
+        auto event = newObject<Event>();
         event->setStart(time);
         fill(event.get(), index++);
         clip->addEvent(event.get());
@@ -182,16 +182,16 @@ IPtr<CvTrack> timelineTrack(uint32 content, uint32 eventType, const char* id, co
 }
 
 IPtr<CvChannel> returnChannel() {
-    auto channel = make(new CvChannel(1, kChannelRoleEffect, "id21"));
+    auto channel = newObject<CvChannel>(1, kChannelRoleEffect, "id21");
     channel->setName("Hall Return");
     channel->setColor(CvColor(0x20, 0x40, 0x60, 0x80));
     channel->setAudioChannels(2);
     channel->setDestination("id20");
-    auto equalizer = make(new CvEqualizer(kRoleAudioFX, "id22"));
+    auto equalizer = newObject<CvEqualizer>(kRoleAudioFX, "id22");
     equalizer->setName("EQ");
     equalizer->addParameter(
         parameter(kUnitDecibel, "id23", kParamEqualizerInputGain, 0, -12, 12).get());
-    auto band = make(new CvEqualizerBand(kBandBell, 1, "id24"));
+    auto band = newObject<CvEqualizerBand>(kBandBell, 1, "id24");
     band->addParameter(
         parameter(kUnitHertz, "id25", kParamEqualizerBandFrequency, 1000.0, 20.0, 20000.0).get());
     band->addParameter(
@@ -217,11 +217,11 @@ GoldenMedia::GoldenMedia(const std::string& folder)
 }
 
 IPtr<CvProject> buildGoldenProject(const GoldenMedia& media) {
-    auto project = make(new CvProject("Corvelle Test", "Version 2.1"));
+    auto project = newObject<CvProject>("Corvelle Test", "Version 2.1");
     project->getTempo()->setValue(128.5);
-    project->setTimeSignature(make(new CvSignature(3, 4, {})).get());
+    project->setTimeSignature(newObject<CvSignature>(3, 4, String()).get());
 
-    auto band = make(new CvTrack(kContentTracks, "id1"));
+    auto band = newObject<CvTrack>(kContentTracks, "id1");
     band->setName("Band");
     band->setColor(CvColor(0x11, 0x22, 0x33, 0xff));
     band->addTrack(guitarTrack(media, project.get()).get());
@@ -252,13 +252,13 @@ IPtr<CvProject> buildGoldenProject(const GoldenMedia& media) {
                                                    })
                           .get());
 
-    auto master = make(new CvChannel(1, kChannelRoleMaster, "id20"));
+    auto master = newObject<CvChannel>(1, kChannelRoleMaster, "id20");
     master->setName("Main");
     master->setAudioChannels(2);
     master->addParameter(parameter(kUnitLinear, "id29", kParamVolume, 1.0, 0.0, 2.0).get());
     project->addChannel(master.get());
     project->addChannel(returnChannel().get());
-    auto vca = make(new CvChannel(1, kChannelRoleVca, "id33"));
+    auto vca = newObject<CvChannel>(1, kChannelRoleVca, "id33");
     vca->setName("VCA, left out");
     project->addChannel(vca.get());
     return project;

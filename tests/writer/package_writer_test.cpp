@@ -1,4 +1,4 @@
-// The package container: entry parameters and order, determinism, and what a failed write
+// The package container: entry names and order, determinism, and what a failed write
 // leaves behind (nothing of its own, and everything that was there before).
 #include "documentwriting.h"
 #include "goldenmodel.h"
@@ -22,15 +22,13 @@ namespace {
 
 const std::string kGolden = std::string(CORVELLE_TEST_DATA) + "/golden/";
 
-IPtr<IMediaProjectPackage> packageOf(IMediaProject* project) {
-    return IPtr<IMediaProjectPackage>::adopt(new CvPackage(project));
-}
+IPtr<CvPackage> packageOf(IMediaProject* project) { return newObject<CvPackage>(project); }
 
 bool write(IMediaProjectPackage* package, const std::string& path) {
     return writeProjectPackage(package, utf16(path).c_str());
 }
 
-TEST(PackageContainer, EntriesComeSortedWithTheFixedParameters) {
+TEST(PackageContainer, EntriesComeSorted) {
     ScratchFolder scratch;
     GoldenMedia media(scratch / "sources");
     auto project = buildGoldenProject(media);
@@ -41,19 +39,10 @@ TEST(PackageContainer, EntriesComeSortedWithTheFixedParameters) {
 
     const std::string archive = readFile(target);
     const auto entries = readCentralDirectory(archive);
+    // The entries' fixed fields are the zip writer's, checked with it.
     std::vector<std::string> names;
-    for (const ZipEntry& entry : entries) {
+    for (const ZipEntry& entry : entries)
         names.push_back(entry.name);
-        EXPECT_EQ(entry.flags, 2048) << entry.name;
-        EXPECT_EQ(entry.method, 8) << entry.name;
-        EXPECT_EQ(entry.time, 0) << entry.name;
-        EXPECT_EQ(entry.date, 0x20) << entry.name;
-        EXPECT_EQ(entry.versionMadeBy, 0) << entry.name;
-        EXPECT_EQ(entry.versionNeeded, 20) << entry.name;
-        EXPECT_EQ(entry.extraLength, 0) << entry.name;
-        EXPECT_EQ(entry.commentLength, 0) << entry.name;
-        EXPECT_EQ(entry.externalAttributes, 0u) << entry.name;
-    }
     EXPECT_EQ(names, (std::vector<std::string>{"audio/guitar.wav", "metadata.xml",
                                                "plugins/reverb.quorpreset", "project.xml",
                                                "video/movie.mp4"}));
@@ -153,15 +142,15 @@ TEST(PackageContainer, TwoWritesIntoOneFolderAtOnceEachGetATreeOfTheirOwn) {
 // the archive of both doesn't.
 IPtr<CvProject> projectWithTwoTakes(const ScratchFolder& scratch) {
     std::mt19937 random(7);
-    auto project = IPtr<CvProject>::adopt(new CvProject("App", "1"));
-    auto track = IPtr<CvTrack>::adopt(new CvTrack(kContentAudio, "t"));
-    auto clip = IPtr<CvClip>::adopt(new CvClip(kEventAudio, {}));
+    auto project = newObject<CvProject>("App", "1");
+    auto track = newObject<CvTrack>(kContentAudio, "t");
+    auto clip = newObject<CvClip>(kEventAudio, String());
     for (const char* name : {"one.wav", "two.wav"}) {
         std::string bytes(30000, '\0');
         for (char& byte : bytes)
             byte = static_cast<char>(random());
         writeFile(scratch / name, bytes);
-        auto event = IPtr<CvAudioEvent>::adopt(new CvAudioEvent({}));
+        auto event = newObject<CvAudioEvent>(String());
         event->setFile(utf16(scratch / name).c_str(), false);
         clip->addEvent(event.get());
     }

@@ -18,28 +18,28 @@ namespace {
 IPtr<CvProject> projectOf(const std::vector<std::string>& audio,
                           const std::vector<std::string>& video,
                           const std::vector<std::string>& states) {
-    auto project = make(new CvProject("App", "1"));
-    auto audioTrack = make(new CvTrack(kContentAudio, "a"));
-    auto audioClip = make(new CvClip(kEventAudio, {}));
+    auto project = newObject<CvProject>("App", "1");
+    auto audioTrack = newObject<CvTrack>(kContentAudio, "a");
+    auto audioClip = newObject<CvClip>(kEventAudio, String());
     for (const std::string& path : audio) {
-        auto event = make(new CvAudioEvent({}));
+        auto event = newObject<CvAudioEvent>(String());
         event->setFile(utf16(path).c_str(), false);
         audioClip->addEvent(event.get());
     }
     audioTrack->addClip(audioClip.get());
     project->addTrack(audioTrack.get());
-    auto videoTrack = make(new CvTrack(kContentVideo, "v"));
-    auto videoClip = make(new CvClip(kEventVideo, {}));
+    auto videoTrack = newObject<CvTrack>(kContentVideo, "v");
+    auto videoClip = newObject<CvClip>(kEventVideo, String());
     for (const std::string& path : video) {
-        auto event = make(new CvVideoEvent({}));
+        auto event = newObject<CvVideoEvent>(String());
         event->setFile(utf16(path).c_str(), false);
         videoClip->addEvent(event.get());
     }
     videoTrack->addClip(videoClip.get());
     project->addTrack(videoTrack.get());
-    auto channel = make(new CvChannel(1, kChannelRoleMaster, "m"));
+    auto channel = newObject<CvChannel>(1, kChannelRoleMaster, "m");
     for (const std::string& path : states) {
-        auto device = make(new CvDevice(kDeviceQuor3, kRoleAudioFX, {}));
+        auto device = newObject<CvDevice>(kDeviceQuor3, kRoleAudioFX, String());
         device->setStateFile(String(path.c_str()), false);
         channel->addDevice(device.get());
     }

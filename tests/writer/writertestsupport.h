@@ -21,9 +21,6 @@ using TestSupport::ScratchFolder;
 using TestSupport::writeFile;
 using TestSupport::ZipEntry;
 
-// Takes over the reference a new object starts with.
-template <class T> Halvorn::IPtr<T> make(T* object) { return Halvorn::IPtr<T>::adopt(object); }
-
 inline bool contains(const std::string& document, const std::string& text) {
     return document.find(text) != std::string::npos;
 }

@@ -40,7 +40,7 @@ template <class I, class T> I* listFindById(const TArray<IPtr<T>>& list, const c
         return nullptr;
     String wanted(id);
     for (const IPtr<T>& element : list)
-        if (static_cast<const CvNode&>(*element).getId() == wanted)
+        if (element->getNodeId() == wanted)
             return element.get();
     return nullptr;
 }

@@ -2,17 +2,19 @@
 #pragma once
 
 #include "corvelle/factory.h"
+#include "foundation/fobject.h"
 #include "foundation/tarray.h"
-
-#include <atomic>
 
 namespace Halvorn {
 
 // Makes one object of a class with one reference, or null; context is the row's context word.
 using ClassCreateFunction = FUnknown* (*)(void* context);
 
-class CPluginFactory : public IPluginFactory3 {
+class CPluginFactory : public FObject, public IPluginFactory3 {
 public:
+    CV_DECLARE_TYPE(CPluginFactory, FObject)
+    CV_REFCOUNT_METHODS(FObject)
+
     explicit CPluginFactory(const FactoryInfo& info);
     CPluginFactory(const CPluginFactory&) = delete;
     CPluginFactory& operator=(const CPluginFactory&) = delete;
@@ -22,8 +24,6 @@ public:
                                      void* context);
 
     tresult queryInterface(const FUID& iid, void** object) override;
-    uint32 addRef() override;
-    uint32 release() override;
 
     tresult getFactoryInfo(FactoryInfo* info) override;
     int32 countClasses() override;
@@ -35,7 +35,7 @@ public:
 
 protected:
     // Clears the module's factory pointer when it still points here.
-    virtual ~CPluginFactory();
+    ~CPluginFactory() override;
 
 private:
     struct ClassEntry {
@@ -50,7 +50,6 @@ private:
 
     FactoryInfo factoryInfo_;
     TArray<ClassEntry> classes_{10};
-    std::atomic<uint32> refCount_{1};
 };
 
 // The module's one factory, written by GetPluginFactory; null while none lives.

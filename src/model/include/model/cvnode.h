@@ -11,28 +11,19 @@
 
 namespace Halvorn {
 
-// Four bytes of colour held by value inside its node. All zero means that no colour is set.
-// It is never reference counted: its IMediaColor lives and dies with the node that holds it.
-class CvColor : public CvObject, public IMediaColor {
+// Four bytes of colour, a plain value. All zero means that no colour is set.
+class CvColor {
 public:
-    CV_DECLARE_TYPE(CvColor, CvObject)
-
     CvColor() = default;
-    CvColor(uint8 red, uint8 green, uint8 blue, uint8 alpha);
+    CvColor(uint8 red, uint8 green, uint8 blue, uint8 alpha)
+        : red_(red), green_(green), blue_(blue), alpha_(alpha) {}
     // "#rrggbb", "#rrggbbX" or "#rrggbbaa"; any other text gives the all-zero colour.
     explicit CvColor(const String& text);
-    CvColor(const CvColor& other);
-    CvColor& operator=(const CvColor& other);
-    ~CvColor() override = default;
 
-    tresult queryInterface(const FUID& iid, void** object) override;
-    uint32 addRef() override { return 1; }
-    uint32 release() override { return 1; }
-
-    uint8 getRed() override { return red_; }
-    uint8 getGreen() override { return green_; }
-    uint8 getBlue() override { return blue_; }
-    uint8 getAlpha() override { return alpha_; }
+    uint8 red() const { return red_; }
+    uint8 green() const { return green_; }
+    uint8 blue() const { return blue_; }
+    uint8 alpha() const { return alpha_; }
 
     bool isValid() const { return red_ || green_ || blue_ || alpha_; }
     // "#rrggbbaa", lower case.
@@ -55,8 +46,8 @@ struct CvNodeAttribute {
 };
 
 // A named node: the base of the typed model classes, and on its own the plain element tree the
-// document reader parses into. Through a const node getId and getName give the String; through
-// IMediaObject they give UTF-16 text. Names and keys compare case-sensitively.
+// document reader parses into. getNodeId and getNodeName give the String; through IMediaObject
+// getId and getName give UTF-16 text. Names and keys compare case-sensitively.
 class CvNode : public CvObject, public IMediaObject {
 public:
     CV_DECLARE_TYPE(CvNode, CvObject)
@@ -68,13 +59,14 @@ public:
 
     const char16* getId() override { return id_.text16(); }
     const char16* getName() override { return name_.text16(); }
+    // Borrowed, valid while the node lives; a reference taken on it counts on the node.
     IMediaColor* getColor() override { return &color_; }
 
-    const String& getId() const { return id_; }
-    const String& getName() const { return name_; }
+    const String& getNodeId() const { return id_; }
+    const String& getNodeName() const { return name_; }
     void setName(const String& name) { name_ = name; }
-    const CvColor& getNodeColor() const { return color_; }
-    void setColor(const CvColor& color) { color_ = color; }
+    const CvColor& getNodeColor() const { return color_.value; }
+    void setColor(const CvColor& color) { color_.value = color; }
 
     // Plain add: appends, null does nothing, no test for duplicates.
     void addChild(CvNode* child);
@@ -103,13 +95,34 @@ protected:
 private:
     struct Tree;
 
+    // The node's colour behind IMediaColor: it has no count of its own, its node's serves.
+    class ColorFace : public IMediaColor {
+    public:
+        explicit ColorFace(CvNode& node) : node_(node) {}
+        ColorFace(const ColorFace&) = delete;
+        ColorFace& operator=(const ColorFace&) = delete;
+
+        tresult queryInterface(const FUID& iid, void** object) override;
+        uint32 addRef() override;
+        uint32 release() override;
+        uint8 getRed() override { return value.red(); }
+        uint8 getGreen() override { return value.green(); }
+        uint8 getBlue() override { return value.blue(); }
+        uint8 getAlpha() override { return value.alpha(); }
+
+        CvColor value;
+
+    private:
+        CvNode& node_;
+    };
+
     CvNodeAttribute* findAttribute(const String& key) const;
     Tree& tree();
     void collect(TArray<CvNode*>& out, const String* name, bool deep) const;
 
     String id_;
     String name_;
-    CvColor color_;
+    ColorFace color_{*this};
     // Only the reader's plain nodes have children and attributes, so typed objects pay one
     // pointer for them instead of two arrays.
     std::unique_ptr<Tree> tree_;

@@ -1,7 +1,7 @@
-// UTF-16 <-> UTF-8 for the tool, which sees none of the library's string classes.
-#include "text.h"
+// UTF-8 <-> UTF-16, code point by code point.
+#include "support/utf.h"
 
-namespace CorvelleTool {
+namespace CorvelleSupport {
 namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
@@ -35,7 +35,7 @@ void appendUtf16(std::u16string& out, char32_t cp) {
 }
 
 // Decodes one code point of UTF-8 at text[i]; an ill-formed sequence consumes one byte.
-char32_t decodeUtf8(const std::string& text, size_t& i) {
+char32_t decodeUtf8(std::string_view text, size_t& i) {
     const auto lead = static_cast<unsigned char>(text[i++]);
     if (lead < 0x80)
         return lead;
@@ -60,28 +60,33 @@ char32_t decodeUtf8(const std::string& text, size_t& i) {
     return cp;
 }
 
+bool isHigh(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+bool isLow(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+
 } // namespace
 
-std::string toUtf8(const Halvorn::char16* text) {
+std::string toUtf8(std::u16string_view text) {
     std::string out;
-    if (!text)
-        return out;
-    for (size_t i = 0; text[i]; ++i) {
+    out.reserve(text.size());
+    for (size_t i = 0; i < text.size(); ++i) {
         char32_t cp = text[i];
-        if (cp >= 0xD800 && cp <= 0xDBFF && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF)
+        if (isHigh(cp) && i + 1 < text.size() && isLow(text[i + 1]))
             cp = 0x10000 + ((cp - 0xD800) << 10) + (text[++i] - 0xDC00);
-        else if (cp >= 0xD800 && cp <= 0xDFFF)
+        else if (isHigh(cp) || isLow(cp))
             cp = kReplacement;
         appendUtf8(out, cp);
     }
     return out;
 }
 
-std::u16string toUtf16(const std::string& text) {
+std::string toUtf8(const char16_t* text) { return text ? toUtf8(std::u16string_view(text)) : ""; }
+
+std::u16string toUtf16(std::string_view text) {
     std::u16string out;
+    out.reserve(text.size());
     for (size_t i = 0; i < text.size();)
         appendUtf16(out, decodeUtf8(text, i));
     return out;
 }
 
-} // namespace CorvelleTool
+} // namespace CorvelleSupport

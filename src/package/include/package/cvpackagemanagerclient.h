@@ -2,7 +2,6 @@
 #pragma once
 
 #include "corvelle/package.h"
-#include "corvelle/ptr.h"
 #include "foundation/fstring.h"
 #include "foundation/tarray.h"
 #include "model/cvobject.h"
@@ -17,18 +16,10 @@ public:
     CV_DECLARE_TYPE(CvPackageManagerClient, CvObject)
     CV_REFCOUNT_METHODS(CvObject)
 
-    // One row of the table; an object so that the table can hold it by IPtr.
-    class FileTypePath : public CvObject {
-    public:
-        CV_DECLARE_TYPE(FileTypePath, CvObject)
-
-        FileTypePath(int32 type, const String& path) : type(type), path(path) {}
-
+    // One row of the table, held by value: nobody else ever sees it.
+    struct FileTypePath {
         int32 type;
         String path;
-
-    protected:
-        ~FileTypePath() override = default;
     };
 
     CvPackageManagerClient() = default;
@@ -45,9 +36,9 @@ public:
     void setPathForFileType(int32 type, const String& path);
 
 private:
-    FileTypePath* findRow(int32 type) const;
+    FileTypePath* findRow(int32 type);
 
-    TArray<IPtr<FileTypePath>> rows_{10};
+    TArray<FileTypePath> rows_{10};
 };
 
 } // namespace Halvorn

@@ -2,8 +2,10 @@
 #pragma once
 
 #include "corvelle/base.h"
+#include "corvelle/ptr.h"
 
 #include <atomic>
+#include <utility>
 
 namespace Halvorn {
 
@@ -56,6 +58,11 @@ template <class T> T* fobjectCast(FUnknown* face) {
     auto* fobject = static_cast<FObject*>(object);
     fobject->release();
     return fobject->isTypeOf(T::kClassName) ? static_cast<T*>(fobject) : nullptr;
+}
+
+// Makes a counted object and hands its first reference to the IPtr; no count is touched.
+template <class T, class... Args> IPtr<T> newObject(Args&&... args) {
+    return IPtr<T>::adopt(new T(std::forward<Args>(args)...));
 }
 
 } // namespace Halvorn

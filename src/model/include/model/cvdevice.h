@@ -5,7 +5,6 @@
 #include "corvelle/mediadevice.h"
 #include "model/cvfile.h"
 #include "model/cvparameter.h"
-#include "model/cvtables.h"
 
 namespace Halvorn {
 

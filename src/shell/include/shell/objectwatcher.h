@@ -9,8 +9,10 @@ namespace Halvorn {
 
 // A list of objects that callers choose to follow, guarded for use from any thread. Nothing in
 // the system registers objects with it, so no behaviour depends on it.
-class CvObjectWatcher {
+class CvObjectWatcher : public FObject {
 public:
+    CV_DECLARE_TYPE(CvObjectWatcher, FObject)
+
     // The watcher between the first InitDll and the last ExitDll, else null; borrowed.
     static CvObjectWatcher* instance();
     // Creates the watcher when there is none; false when memory runs out.
@@ -18,24 +20,17 @@ public:
     // Releases the module's reference on the watcher and forgets it.
     static void close();
 
-    CvObjectWatcher(const CvObjectWatcher&) = delete;
-    CvObjectWatcher& operator=(const CvObjectWatcher&) = delete;
-
-    // A plain count: the watcher is only made and dropped by the calls that open the module,
-    // which come one at a time.
-    uint32 addRef() { return ++refCount_; }
-    uint32 release();
-
     // Both lock the list; false when it can't grow or the object isn't in it.
     [[nodiscard]] bool add(CvObject* object);
     [[nodiscard]] bool remove(CvObject* object);
     int32 count() const;
 
+protected:
+    ~CvObjectWatcher() override = default;
+
 private:
     CvObjectWatcher() = default;
-    ~CvObjectWatcher() = default;
 
-    uint32 refCount_ = 1;
     TArray<CvObject*> objects_{10};
     mutable FLock lock_;
 };

@@ -1,5 +1,5 @@
 // The enumeration texts of the project document.
-#include "model/cvtables.h"
+#include "documents/cvtables.h"
 
 #include <cstddef>
 

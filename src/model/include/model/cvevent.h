@@ -101,6 +101,12 @@ public:
     CV_REFCOUNT_METHODS(CvObject)
 
     CvWarpPoint(double time, double contentTime) : time_(time), contentTime_(contentTime) {}
+    // A point read from a project document, which holds the two times the other way round:
+    // the document's contentTime becomes the point's time. The playback rate of a read event
+    // depends on this exchange, so it is kept.
+    static IPtr<CvWarpPoint> fromDocument(double documentTime, double documentContentTime) {
+        return newObject<CvWarpPoint>(documentContentTime, documentTime);
+    }
 
     tresult queryInterface(const FUID& iid, void** object) override;
 

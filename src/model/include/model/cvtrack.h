@@ -6,7 +6,6 @@
 #include "model/cvdevice.h"
 #include "model/cvevent.h"
 #include "model/cvparameter.h"
-#include "model/cvtables.h"
 
 namespace Halvorn {
 

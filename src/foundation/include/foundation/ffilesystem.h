@@ -33,6 +33,15 @@ public:
     // Symbolic links are never followed, neither at the path nor inside: a link is removed as
     // itself and whatever it points to stays. A link at the path itself gives false.
     [[nodiscard]] bool removeFolder(const FUrl& url, bool recursive) const;
+    // Makes a new item, private to the user, at a free name derived from wanted as makeUnique
+    // derives it: an empty file for a file url, an empty folder for a folder url. The item is
+    // created exclusively, so a concurrent caller who takes the same name first makes this one
+    // search again; an item that existed before is never taken over. claimed receives the url.
+    [[nodiscard]] bool claimUnique(const FUrl& wanted, FUrl& claimed) const;
+    // Renames a file over the target in one step; a link at the target is replaced, not followed.
+    [[nodiscard]] bool renameFile(const FUrl& source, const FUrl& target) const;
+    // True when the file was deleted.
+    [[nodiscard]] bool removeFile(const FUrl& url) const;
     // Copies a regular file through a 64 KiB buffer. Without overwrite an existing target
     // refuses; with it a target that is the source itself refuses. A copy that fails part-way
     // deletes the target. Gives the target url with one reference, or null.
