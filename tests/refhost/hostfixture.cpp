@@ -74,7 +74,7 @@ void HostTest::SetUp() {
     ASSERT_FALSE(folder->path().empty());
     ASSERT_EQ(::mkdir((folder->path() + "/media").c_str(), 0700), 0);
     writeWav(folder->path() + "/media/loop.wav", 44100, 2, 44100);
-    writeText(folder->path() + "/media/clip.mp4", "");
+    writeText(folder->path() + "/media/clip.mp4", movieFile(0, 1000, 2000));
     load(exampleSession());
 }
 
