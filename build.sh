@@ -54,6 +54,11 @@ demo)
     rm -rf "$demo_dir"
     mkdir -p "$demo_dir"
     sample=build/examples/sample-project/sample.corvelle
+    session=build/examples/session/session.json
+    say "== the example session exported as a workstation exports it ($demo_dir/session.corvelle)"
+    build/refhost/corvelle-host export "$session" "$demo_dir/session.corvelle" \
+        --session-out "$demo_dir/session-after.json"
+    build/tools/corvelle info "$demo_dir/session.corvelle"
     say "== the module, loaded as a host loads it"
     build/refhost/corvelle-host plugin
     say "== the sample package ($sample)"

@@ -27,5 +27,11 @@ double decibelToGain(double decibel) {
     return decibel <= kSilence ? 0.0 : std::pow(10.0, decibel / 20.0);
 }
 
+int curveForMaximumGain(double maximumGain) { return maximumGain == 4.0 ? kLinearCurve : 0; }
+
+double unityValue(double maximumGain) {
+    return faderValue(1.0, curveForMaximumGain(maximumGain), maximumGain);
+}
+
 } // namespace RefHost
 } // namespace Halvorn

@@ -13,6 +13,12 @@ constexpr double kDefaultMaximumGain = 2.0;
 constexpr double kSilence = -144.0;
 constexpr int kLinearCurve = 1;
 
+// The curve that a mixer's top gain puts in force: 4.0 (+12 dB) the linear one, every other
+// top (2.0, +6 dB, among them) the console curve.
+int curveForMaximumGain(double maximumGain);
+// Where a fader stands at unity gain under the curve its top puts in force.
+double unityValue(double maximumGain);
+
 double faderGain(double value, int curve, double maximumGain);
 double faderValue(double gain, int curve, double maximumGain);
 double gainToDecibel(double gain);

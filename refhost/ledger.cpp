@@ -47,6 +47,8 @@ tresult HostObject::answer(const FUID& iid, void** out) {
         *out = this;
         return kResultOk;
     }
+    if (ledger_.refuses(iid))
+        return kNoInterface;
     FUnknown* face = faceFor(iid);
     if (!face)
         return kNoInterface;
@@ -90,6 +92,13 @@ std::string LedgerReport::text() const {
     for (const auto& line : faults)
         text += "fault: " + line + "\n";
     return text;
+}
+
+bool Ledger::refuses(const FUID& iid) const {
+    for (const FUID& refused : refused_)
+        if (refused == iid)
+            return true;
+    return false;
 }
 
 } // namespace RefHost

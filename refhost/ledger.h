@@ -82,6 +82,10 @@ public:
     }
 
     void fault(const HostObject& object, const char* what);
+    // A test-only switch: every object and the context refuse these interfaces, so a test can
+    // take the links of a chain away one by one.
+    void refuse(const FUID& iid) { refused_.push_back(iid); }
+    bool refuses(const FUID& iid) const;
     // Objects still referenced and faults so far.
     LedgerReport report() const;
     int32 liveCount() const;
@@ -89,6 +93,7 @@ public:
 private:
     std::deque<std::unique_ptr<HostObject>> objects_;
     std::vector<std::string> faults_;
+    std::vector<FUID> refused_;
 };
 
 // The object of class T behind a face of one of our objects; borrowed. Null for foreign objects,

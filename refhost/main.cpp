@@ -1,5 +1,6 @@
 // corvelle-host: the reference host as a program. It loads the plug-in module as a host does,
-// and shows sessions.
+// runs its export command, and shows sessions.
+#include "exportrunner.h"
 #include "pluginrunner.h"
 #include "showtree.h"
 #include "workstation.h"
@@ -45,6 +46,20 @@ int main(int argc, char** argv) {
                   "check the host's references");
     pluginCommand->add_option("--module", module, "The plug-in module to load")
         ->capture_default_str();
+    ExportRequest exportRequest;
+    CLI::App* exportCommand = app.add_subcommand(
+        "export", "Load a session and export its project to a package through the plug-in's "
+                  "export command, with the save dialog answering OUT");
+    exportCommand->add_option("SESSION", exportRequest.sessionPath, "The session file (JSON)")
+        ->required();
+    exportCommand->add_option("OUT", exportRequest.target, "The package the save dialog answers")
+        ->required();
+    exportCommand->add_option("--session-out", exportRequest.sessionOut,
+                              "Write the session as it stands after the command to this file");
+    exportCommand->add_flag("--cancel", exportRequest.cancel,
+                            "The save dialog answers with nothing, as a user's cancel");
+    exportCommand->add_option("--module", module, "The plug-in module to load")
+        ->capture_default_str();
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -53,6 +68,10 @@ int main(int argc, char** argv) {
     try {
         if (*showCommand)
             return show(session);
+        if (*exportCommand) {
+            exportRequest.modulePath = module;
+            return runExport(exportRequest, std::cout, std::cerr);
+        }
         return runPlugin(module, std::cout, std::cerr);
     } catch (const std::exception& error) {
         std::cerr << "corvelle-host: " << error.what() << "\n";

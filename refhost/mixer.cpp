@@ -43,8 +43,9 @@ std::u16string Parameter::text() const {
     char buffer[64];
     double plain = minimum + normalized * (maximum - minimum);
     if (kind == Kind::Volume && maximumGain)
-        std::snprintf(buffer, sizeof buffer, "%.2f dB",
-                      gainToDecibel(faderGain(normalized, 0, *maximumGain)));
+        std::snprintf(
+            buffer, sizeof buffer, "%.2f dB",
+            gainToDecibel(faderGain(normalized, curveForMaximumGain(*maximumGain), *maximumGain)));
     else
         std::snprintf(buffer, sizeof buffer, "%g", plain);
     return toUtf16(buffer);
@@ -93,12 +94,15 @@ tresult Parameter::setNormalized(float value, bool notify) {
     return kResultOk;
 }
 
+// The fader reads under the curve that the mixer's top puts in force, as automation does.
 float Parameter::valueToDecibel(float value) {
-    return float(gainToDecibel(faderGain(value, 0, maximumGain ? *maximumGain : 1.0)));
+    double top = maximumGain ? *maximumGain : 1.0;
+    return float(gainToDecibel(faderGain(value, curveForMaximumGain(top), top)));
 }
 
 float Parameter::decibelToValue(float decibel) {
-    return float(faderValue(decibelToGain(decibel), 0, maximumGain ? *maximumGain : 1.0));
+    double top = maximumGain ? *maximumGain : 1.0;
+    return float(faderValue(decibelToGain(decibel), curveForMaximumGain(top), top));
 }
 
 IHostPresets* Parameter::getPresets() { return presets.get(); }
@@ -198,12 +202,7 @@ Parameter* ParamOwner::paramByTag(uint32 tag) const {
 Parameter& ParamOwner::addParameter(std::string id, std::u16string title, Parameter::Kind kind,
                                     int32 minimum, int32 maximum, uint32 tag) {
     auto made = ledger().make<Parameter>(std::move(id), std::move(title), kind, minimum, maximum);
-    if (tag == 0) {
-        tag = 1;
-        while (paramByTag(tag))
-            ++tag;
-    }
-    made->tag = tag;
+    made->tag = tag == 0 ? takeTag() : tag;
     params.push_back(made);
     return *made;
 }
@@ -218,6 +217,29 @@ ParamOwner* ParamOwner::child(const std::string& wanted) const {
 void ParamOwner::addChild(ParamOwner* owner) {
     owner->parent = this;
     children.emplace_back(owner);
+    // A channel numbers its own tree as it builds it; joining the mixer changes nothing.
+    if (!dynamic_cast<Channel*>(owner))
+        owner->retag();
+}
+
+uint32 ParamOwner::takeTag() { return parent ? parent->takeTag() : highestHostTag() + 1; }
+
+uint32 ParamOwner::highestHostTag() const {
+    uint32 highest = 0;
+    for (auto& held : params)
+        if (held->tag < uint32(IHostParameter::kPluginTagOffset))
+            highest = std::max(highest, held->tag);
+    for (auto& owner : children)
+        highest = std::max(highest, owner->highestHostTag());
+    return highest;
+}
+
+void ParamOwner::retag() {
+    for (auto& held : params)
+        if (held->tag < uint32(IHostParameter::kPluginTagOffset))
+            held->tag = takeTag();
+    for (auto& owner : children)
+        owner->retag();
 }
 
 FUnknown* ParamOwner::faceFor(const FUID& iid) {
@@ -280,7 +302,10 @@ FUnknown* Send::faceFor(const FUID& iid) {
 Channel::Channel(Ledger& ledger, std::string kindName, std::string id, const double* maximumGain)
     : ParamOwner(ledger, "channel", std::move(kindName)), id(std::move(id)),
       maximumGain_(maximumGain) {
-    addParameter("volume", u"Volume", Parameter::Kind::Volume, 0, 1).maximumGain = maximumGain;
+    // A new channel stands at unity gain, as on a real console.
+    Parameter& volume = addParameter("volume", u"Volume", Parameter::Kind::Volume, 0, 1);
+    volume.maximumGain = maximumGain;
+    volume.normalized = maximumGain ? unityValue(*maximumGain) : 1.0;
     addParameter("mute", u"Mute", Parameter::Kind::Number, 0, 1);
     addParameter("solo", u"Solo", Parameter::Kind::Number, 0, 1);
     Parameter& colour = addParameter("colorspec", u"Colour", Parameter::Kind::Text, 0, 1);
@@ -378,6 +403,7 @@ Send* Channel::addSend() {
 void Channel::addModule(ParamOwner* module) {
     module->parent = this;
     modules.emplace_back(module);
+    module->retag();
 }
 
 FUnknown* Channel::faceFor(const FUID& iid) {

@@ -100,12 +100,19 @@ public:
 
     Parameter* param(const std::string& id) const;
     Parameter* paramByTag(uint32 tag) const;
-    // Adds a parameter; tag 0 takes the next free host tag.
+    // Adds a parameter; tag 0 takes the next free host tag (see takeTag).
     Parameter& addParameter(std::string id, std::u16string title, Parameter::Kind kind,
                             int32 minimum, int32 maximum, uint32 tag = 0);
     ParamOwner* child(const std::string& name) const;
-    // Shares owner: adds a reference.
+    // Shares owner: adds a reference. Below a channel, the host parameters of owner's tree get
+    // fresh tags of that channel, so a tag names one parameter across the whole channel.
     void addChild(ParamOwner* owner);
+    // A host tag unused in this owner's channel; outside a channel, unused in this owner.
+    virtual uint32 takeTag();
+    // The highest host tag in this tree, 0 for none.
+    uint32 highestHostTag() const;
+    // New tags for the host parameters of this tree (plug-ins' own parameters keep theirs).
+    void retag();
 
     std::string name;
     std::u16string title;
@@ -176,6 +183,8 @@ public:
     Send* addSend();
     void addModule(ParamOwner* module);
     bool routesTo(const Channel* other) const;
+    // Tags run across the channel, its panner, sends, slots, modules and plug-ins.
+    uint32 takeTag() override { return nextTag_++; }
 
     std::string id;
     uint64 speakers = 3;
@@ -189,6 +198,7 @@ protected:
 
 private:
     const double* maximumGain_;
+    uint32 nextTag_ = 1;
 };
 
 // "QUOR Mixer": the mixer settings and the list "Channels".

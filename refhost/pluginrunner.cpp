@@ -3,10 +3,9 @@
 #include "corvelle/factory.h"
 #include "corvelle/filter.h"
 #include "corvelle/ptr.h"
+#include "moduleloader.h"
 #include "text.h"
 #include "workstation.h"
-
-#include <dlfcn.h>
 
 #include <cstring>
 #include <string>
@@ -15,9 +14,6 @@ namespace Halvorn {
 namespace RefHost {
 
 namespace {
-
-using InitFunction = bool (*)();
-using FactoryFunction = IPluginFactory* (*)();
 
 // A fixed-size field of a record: up to its first zero, never past its end.
 std::string field(const char* text, size_t size) { return std::string(text, strnlen(text, size)); }
@@ -36,27 +32,6 @@ std::string cidText(const uint8* cid) {
 }
 
 std::string quoted(const std::string& text) { return "\"" + text + "\""; }
-
-std::string resultText(tresult result) {
-    switch (result) {
-    case kResultOk:
-        return "kResultOk";
-    case kResultFalse:
-        return "kResultFalse";
-    case kInvalidArgument:
-        return "kInvalidArgument";
-    case kNotImplemented:
-        return "kNotImplemented";
-    case kNoInterface:
-        return "kNoInterface";
-    case kOutOfMemory:
-        return "kOutOfMemory";
-    case kInternalError:
-        return "kInternalError";
-    default:
-        return std::to_string(result);
-    }
-}
 
 void printClass(IPluginFactory& factory, int32 index, std::ostream& out) {
     ClassInfo info{};
@@ -112,26 +87,14 @@ void runService(IPluginFactory& factory, const ClassInfo& info, Workstation& sta
 } // namespace
 
 int runPlugin(const std::string& modulePath, std::ostream& out, std::ostream& err) {
-    void* module = dlopen(modulePath.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!module) {
-        err << "corvelle-host: can't load the module " << modulePath << ": " << dlerror() << "\n";
+    LoadedModule module;
+    if (!module.open(modulePath, err))
         return 1;
-    }
-    auto initDll = reinterpret_cast<InitFunction>(dlsym(module, "InitDll"));
-    auto exitDll = reinterpret_cast<InitFunction>(dlsym(module, "ExitDll"));
-    auto getFactory = reinterpret_cast<FactoryFunction>(dlsym(module, "GetPluginFactory"));
-    if (!initDll || !exitDll || !getFactory) {
-        err << "corvelle-host: " << modulePath << " lacks InitDll, ExitDll or GetPluginFactory\n";
-        dlclose(module);
-        return 1;
-    }
     out << "module   " << modulePath << "\n";
-    out << "InitDll  " << (initDll() ? "true" : "false") << "\n";
-    IPluginFactory* factory = getFactory();
+    out << "InitDll  " << (module.initResult() ? "true" : "false") << "\n";
+    IPluginFactory* factory = module.factory();
     if (!factory) {
         err << "corvelle-host: GetPluginFactory gave no factory\n";
-        exitDll();
-        dlclose(module);
         return 1;
     }
     LedgerReport report;
@@ -155,8 +118,7 @@ int runPlugin(const std::string& modulePath, std::ostream& out, std::ostream& er
         out << "factory released, count now " << factory->release() << "\n";
         report = station.close();
     }
-    out << "ExitDll  " << (exitDll() ? "true" : "false") << "\n";
-    dlclose(module);
+    out << "ExitDll  " << (module.finish() ? "true" : "false") << "\n";
     out << "leak check: " << report.text();
     if (!report.clean()) {
         err << "corvelle-host: the host's objects were not given back as they should be\n";

@@ -1,7 +1,9 @@
 // The plug-in catalogue, plug-in objects, their controllers and state, and preset lists.
 #include "plugins.h"
+
 #include "text.h"
 
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <sstream>
@@ -60,6 +62,32 @@ Plugin::Plugin(Ledger& ledger, const PluginClass& type)
                                        int32(type.presets.size()) - 1);
         list.presets = presets;
     }
+}
+
+std::string displayText(const PluginParameterInfo& info, double normalized) {
+    normalized = std::min(1.0, std::max(0.0, normalized));
+    if (!info.choices.empty())
+        return info.choices[size_t(std::lround(normalized * double(info.choices.size() - 1)))];
+    if (info.infiniteBottom && normalized <= 0.0)
+        return "-oo";
+    double plain = info.minimum + normalized * (info.maximum - info.minimum);
+    char buffer[64];
+    if (info.unit.empty())
+        std::snprintf(buffer, sizeof buffer, "%.3f", plain);
+    else if (info.unit == "Hz")
+        std::snprintf(buffer, sizeof buffer, "%.0f Hz", plain);
+    else if (info.unit == ":1")
+        std::snprintf(buffer, sizeof buffer, "%.1f:1", plain);
+    else
+        std::snprintf(buffer, sizeof buffer, "%.1f %s", plain, info.unit.c_str());
+    return buffer;
+}
+
+const PluginParameterInfo* Plugin::info(uint32 id) const {
+    for (auto& entry : type.parameters)
+        if (entry.id == id)
+            return &entry;
+    return nullptr;
 }
 
 Parameter* Plugin::own(uint32 id) const {
@@ -140,11 +168,10 @@ tresult Controller::getParameterInfo(int32 index, QuorParameterInfo* info) {
 }
 
 tresult Controller::valueToText(uint32 id, double normalized, QuorString128 text) {
-    if (!plugin_.own(id) || !text)
+    const PluginParameterInfo* info = plugin_.info(id);
+    if (!info || !text)
         return kInvalidArgument;
-    char buffer[32];
-    std::snprintf(buffer, sizeof buffer, "%.3f", normalized);
-    toBuffer(toUtf16(buffer), text, 128);
+    toBuffer(toUtf16(displayText(*info, normalized)), text, 128);
     return kResultOk;
 }
 

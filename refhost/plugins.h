@@ -12,11 +12,22 @@
 namespace Halvorn {
 namespace RefHost {
 
+// A plug-in parameter and how its controller shows a value: the plain value runs from minimum
+// to maximum in unit ("dB", "ms", "%", "Hz", ":1", or none), or the value picks one of choices.
 struct PluginParameterInfo {
     uint32 id = 0;
     std::u16string title;
     double defaultValue = 0.0;
+    std::string unit;
+    double minimum = 0.0;
+    double maximum = 1.0;
+    // The bottom of a decibel range reads "-oo", minus infinity.
+    bool infiniteBottom = false;
+    std::vector<std::string> choices;
 };
+
+// The display text of a normalized value, as the controller gives it.
+std::string displayText(const PluginParameterInfo& info, double normalized);
 
 struct PresetInfo {
     std::u16string fileName;
@@ -112,6 +123,8 @@ public:
     std::string label() const override { return type.name; }
     // The parameter of the plug-in's own id, or null.
     Parameter* own(uint32 id) const;
+    // The class's record of the plug-in's own parameter, or null.
+    const PluginParameterInfo* info(uint32 id) const;
     // The state in the host's preset file format: a header line, the class, then "id=value".
     std::string state() const;
     [[nodiscard]] bool restore(const std::string& state);

@@ -169,6 +169,16 @@ void Loader::loadPlugins(const json& root) {
                     fail(at(place, "id"), "the parameter id is used twice");
             info.title = toUtf16(text(p, "title", place, {}));
             info.defaultValue = unit(p, "default", place, 0.0);
+            info.unit = text(p, "unit", place, {});
+            info.minimum = number(p, "min", place, 0.0);
+            info.maximum = number(p, "max", place, 1.0);
+            info.infiniteBottom = flag(p, "infinite", place, false);
+            const json& choices = list(p, "choices", place);
+            for (size_t c = 0; c < choices.size(); ++c) {
+                if (!choices[c].is_string())
+                    fail(at(at(place, "choices"), c), "expected a text");
+                info.choices.push_back(choices[c].get<std::string>());
+            }
             type.parameters.push_back(info);
         }
         const json& presets = list(entry, "presets", where);
@@ -275,7 +285,14 @@ void addModules(Workstation& s, Channel& channel, const json& modules, const std
             channel.addModule(slot.get());
             continue;
         }
-        auto module = s.ledger.make<ParamOwner>("channel strip module", name);
+        // A module with a plug-in is that plug-in, held by its slot "<name> Slot" as the
+        // host's own modules are; its host parameters sit beside the plug-in's own.
+        IPtr<ParamOwner> module;
+        if (const json* plugin = find(entry, "plugin"))
+            module = IPtr<ParamOwner>(loadPlugin(s, *plugin, at(place, "plugin")).get());
+        else
+            module = s.ledger.make<ParamOwner>("channel strip module", name);
+        module->name = name;
         const json& parameters = list(entry, "parameters", place);
         for (size_t k = 0; k < parameters.size(); ++k) {
             std::string p = at(at(place, "parameters"), k);
@@ -293,6 +310,15 @@ void addModules(Workstation& s, Channel& channel, const json& modules, const std
                 .normalized = unit(row, "value", p, 0.0);
         }
         channel.addModule(module.get());
+        if (auto* plugin = dynamic_cast<Plugin*>(module.get())) {
+            std::string slotName = name + " Slot";
+            if (channel.findModule(slotName.c_str()))
+                fail(at(place, "name"), "the channel has the slot of this module twice");
+            auto slot = s.ledger.make<Slot>(slotName);
+            slot->param("on")->normalized = flag(entry, "on", place, true) ? 1.0 : 0.0;
+            slot->setPlugin(plugin);
+            channel.addModule(slot.get());
+        }
     }
 }
 
@@ -306,7 +332,8 @@ void Loader::loadChannel(const json& entry, const std::string& where) {
         fail(at(where, "kind"), "unknown channel kind '" + kind + "'");
     auto channel = s_.ledger.make<Channel>(kind, id, &s_.mixer->maximumGain);
     channel->title = toUtf16(text(entry, "title", where, id));
-    channel->param("volume")->normalized = unit(entry, "volume", where, 0.0);
+    channel->param("volume")->normalized =
+        unit(entry, "volume", where, unityValue(s_.mixer->maximumGain));
     channel->param("mute")->normalized = flag(entry, "mute", where, false) ? 1.0 : 0.0;
     channel->param("solo")->normalized = flag(entry, "solo", where, false) ? 1.0 : 0.0;
     channel->panner()->param("panX")->normalized = unit(entry, "pan", where, 0.5);

@@ -33,18 +33,33 @@ json modulesJson(const Channel& channel) {
     json out = json::array();
     for (auto& module : channel.modules) {
         json entry;
+        auto* plugin = dynamic_cast<const Plugin*>(module.get());
         if (auto* slot = dynamic_cast<const Slot*>(module.get())) {
+            // The slot of a module plug-in comes back with its module.
+            if (slot->plugin() && slot->plugin()->name + " Slot" == slot->name)
+                continue;
             entry = slotJson(*slot);
             entry["name"] = slot->name;
         } else {
             json parameters = json::array();
-            for (auto& parameter : module->params)
+            for (auto& parameter : module->params) {
+                // A module plug-in's own parameters and "on" live in its plug-in entry.
+                if (plugin && (parameter->tag >= uint32(IHostParameter::kPluginTagOffset) ||
+                               parameter->id == "on"))
+                    continue;
                 parameters.push_back({{"id", parameter->id},
                                       {"title", toUtf8(parameter->title)},
                                       {"min", parameter->minimum},
                                       {"max", parameter->maximum},
                                       {"value", parameter->normalized}});
+            }
             entry = {{"name", module->name}, {"parameters", parameters}};
+            if (plugin) {
+                entry["plugin"] = pluginJson(*plugin);
+                const ParamOwner* slot = dynamic_cast<const ParamOwner*>(plugin->parent);
+                if (slot && slot->param("on"))
+                    entry["on"] = slot->param("on")->normalized > 0.5;
+            }
         }
         out.push_back(entry);
     }
@@ -194,9 +209,21 @@ json pluginsJson(const Catalogue& catalogue) {
     json out = json::array();
     for (auto& type : catalogue.classes()) {
         json parameters = json::array();
-        for (auto& info : type.parameters)
-            parameters.push_back(
-                {{"id", info.id}, {"title", toUtf8(info.title)}, {"default", info.defaultValue}});
+        for (auto& info : type.parameters) {
+            json row = {
+                {"id", info.id}, {"title", toUtf8(info.title)}, {"default", info.defaultValue}};
+            if (!info.unit.empty())
+                row["unit"] = info.unit;
+            if (info.minimum != 0.0 || info.maximum != 1.0) {
+                row["min"] = info.minimum;
+                row["max"] = info.maximum;
+            }
+            if (info.infiniteBottom)
+                row["infinite"] = true;
+            if (!info.choices.empty())
+                row["choices"] = info.choices;
+            parameters.push_back(row);
+        }
         json presets = json::array();
         for (auto& preset : type.presets)
             presets.push_back({{"file", toUtf8(preset.fileName)}, {"index", preset.index}});

@@ -58,5 +58,26 @@ bool parseColor(const std::string& text, uint32& argb) {
     return true;
 }
 
+std::string resultText(tresult result) {
+    switch (result) {
+    case kResultOk:
+        return "kResultOk";
+    case kResultFalse:
+        return "kResultFalse";
+    case kInvalidArgument:
+        return "kInvalidArgument";
+    case kNotImplemented:
+        return "kNotImplemented";
+    case kNoInterface:
+        return "kNoInterface";
+    case kOutOfMemory:
+        return "kOutOfMemory";
+    case kInternalError:
+        return "kInternalError";
+    default:
+        return std::to_string(result);
+    }
+}
+
 } // namespace RefHost
 } // namespace Halvorn

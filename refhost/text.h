@@ -20,6 +20,9 @@ std::string fuidText(const FUID& id);
 [[nodiscard]] bool parseFuid(const std::string& text, FUID& id);
 // Colours as "#AARRGGBB".
 std::string colorText(uint32 argb);
+
+// The name of a result code ("kResultOk"), or its number.
+std::string resultText(tresult result);
 [[nodiscard]] bool parseColor(const std::string& text, uint32& argb);
 
 } // namespace RefHost

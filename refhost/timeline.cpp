@@ -33,8 +33,16 @@ tresult TimelineNode::setMuted(IHostEditContext*, bool value, IHostEditSession* 
     return kResultOk;
 }
 
-tresult TimelineNode::setStart(IHostEditContext*, double position, IHostEditSession* session) {
-    start = position;
+double TimelineNode::originIn(IHostEditContext* context) const {
+    if (container_)
+        return container_->childOrigin();
+    auto* place = hostCast<EditContext>(context);
+    return place && place->node() ? place->node()->childOrigin() : 0.0;
+}
+
+tresult TimelineNode::setStart(IHostEditContext* context, double position,
+                               IHostEditSession* session) {
+    start = position - originIn(context);
     record(session, "move");
     return kResultOk;
 }
@@ -79,10 +87,10 @@ bool TimelineNode::holds(const TimelineNode* child) const {
 bool TimelineNode::moveChild(TimelineNode* child, int32 index) {
     if (!child || index < 0)
         return false;
-    for (const TimelineNode* above = this; above; above = above->parent_)
+    for (const TimelineNode* above = this; above; above = above->container_)
         if (above == child)
             return false;
-    TimelineNode* from = child->parent_;
+    TimelineNode* from = child->container_;
     if (!from || (from != this && !accepts(*child)))
         return false;
     auto found =
@@ -94,13 +102,13 @@ bool TimelineNode::moveChild(TimelineNode* child, int32 index) {
     from->children_.erase(found);
     size_t at = std::min(size_t(index), children_.size());
     children_.insert(children_.begin() + std::ptrdiff_t(at), std::move(moved));
-    child->parent_ = this;
+    child->container_ = this;
     return true;
 }
 
 void TimelineNode::dispose() {
     for (auto& child : children_)
-        child->parent_ = nullptr;
+        child->container_ = nullptr;
     children_.clear();
 }
 

@@ -13,8 +13,9 @@
 namespace Halvorn {
 namespace RefHost {
 
-// Positions are kept relative to the container (a track's items to the project's start, a
-// part's events to the part), so every context of the container reads the same values.
+// Positions are stored relative to the container (a track's items to the project's start, a
+// part's events to the part), but read and written on the project's timeline, whatever the
+// context: an event at 1.0 inside a part at 10.0 reads 11.0.
 class TimelineNode : public HostObject, public IHostTimelineEvent {
 public:
     TimelineNode(Ledger& ledger, const char* kind) : HostObject(ledger, kind) {}
@@ -26,7 +27,7 @@ public:
     tresult setSelected(IHostEditContext* context, bool selected) override;
     bool isMuted() override { return muted; }
     tresult setMuted(IHostEditContext* context, bool muted, IHostEditSession* session) override;
-    double getStart(IHostEditContext*) override { return start; }
+    double getStart(IHostEditContext* context) override { return start + originIn(context); }
     tresult setStart(IHostEditContext* context, double position,
                      IHostEditSession* session) override;
     double getLength(IHostEditContext*) override { return length; }
@@ -44,7 +45,7 @@ public:
     virtual bool accepts(TimelineNode& child) const;
     const std::vector<IPtr<TimelineNode>>& children() const { return children_; }
     void append(IPtr<TimelineNode> child) {
-        child->parent_ = this;
+        child->container_ = this;
         children_.push_back(std::move(child));
     }
     // Takes child in through an edit session; a container may do more than append it.
@@ -70,11 +71,19 @@ protected:
     void dispose() override;
     // Notes a change in session, when there is one.
     void record(IHostEditSession* session, const char* what);
+    // Where this container's children are measured from, on the project's timeline: parts
+    // measure from their own start, everything else from the project's.
+    virtual double childOrigin() const { return container_ ? container_->childOrigin() : 0.0; }
+    // Where this object's stored start is measured from.
+    double origin() const { return container_ ? container_->childOrigin() : 0.0; }
+    // The same for an object not yet in a container: measured against the object that the
+    // context names, where it is about to go.
+    double originIn(IHostEditContext* context) const;
 
 private:
+    // Borrowed: the container holds this object, never the other way round.
+    TimelineNode* container_ = nullptr;
     std::vector<IPtr<TimelineNode>> children_;
-    // The object whose children hold this one; null at the top or once taken out.
-    TimelineNode* parent_ = nullptr;
 };
 
 // A walk over a snapshot of children.
@@ -130,6 +139,7 @@ public:
 
 protected:
     FUnknown* faceFor(const FUID& iid) override;
+    double childOrigin() const override { return start + origin(); }
 };
 
 class MidiPart : public TimelineNode, public IMidiPart, public IHostMidiPartSetup {
@@ -142,6 +152,7 @@ public:
 
 protected:
     FUnknown* faceFor(const FUID& iid) override;
+    double childOrigin() const override { return start + origin(); }
 };
 
 class NoteEvent : public TimelineNode, public IMidiEvent, public IHostNoteEvent {

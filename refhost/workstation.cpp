@@ -19,6 +19,8 @@ tresult Context::getInterface(const FUID& iid, void** out) {
     if (!out)
         return kInvalidArgument;
     *out = nullptr;
+    if (ledger().refuses(iid))
+        return kNoInterface;
     Workstation& s = station_;
     Ledger& l = ledger();
     FUnknown* shared = nullptr;

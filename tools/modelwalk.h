@@ -1,4 +1,4 @@
-// Walks a project model through the published IMedia interfaces into a JSON tree and counts.
+// The model walk rendered as the dump's JSON tree, with the counts the info command prints.
 #pragma once
 
 #include "corvelle/mediaproject.h"

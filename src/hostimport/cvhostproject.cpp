@@ -12,8 +12,7 @@ namespace {
 // keeps its own, since the shell's dialog lies above this layer.
 class ImportProgress {
 public:
-    explicit ImportProgress(IHostContext* host)
-        : dialog_(getHostInterface<IHostProgressDialog>(host)) {
+    explicit ImportProgress(IHostContext* host) : dialog_(hostService<IHostProgressDialog>(host)) {
         if (dialog_) {
             dialog_->setup(3, u"Import Corvelle", &cancelFlag_);
             dialog_->open();
@@ -64,7 +63,7 @@ void mergeTransportTrack(IHostContext* host, IMediaTrack* track, FUnknown* hostT
 } // namespace
 
 CvHostProject::CvHostProject(IHostContext* host) : host_(host) {
-    IPtr<IHostProjectManager> manager = getHostInterface<IHostProjectManager>(host);
+    IPtr<IHostProjectManager> manager = hostService<IHostProjectManager>(host);
     if (manager)
         project_ = IPtr<IHostProject>(manager->getActiveProject());
     translator_ = IPtr<CvHostVolumeTranslator>::adopt(new CvHostVolumeTranslator(host));
@@ -79,8 +78,8 @@ void CvHostProject::importProject(IMediaProject* model) {
     if (!model || !project_)
         return;
     ImportSessions sessions;
-    sessions.outer = getHostInterface<IHostEditSession>(host_.get());
-    sessions.step = getHostInterface<IHostEditSession>(host_.get());
+    sessions.outer = hostService<IHostEditSession>(host_.get());
+    sessions.step = hostService<IHostEditSession>(host_.get());
     if (!sessions.outer || !sessions.step)
         return;
     sessions.outer->setMode(2);
@@ -91,7 +90,7 @@ void CvHostProject::importProject(IMediaProject* model) {
     ImportProgress progress(host_.get());
 
     // New plug-ins would each open their editor during the import.
-    IPtr<IHostObjectRegistry> registry = getHostInterface<IHostObjectRegistry>(host_.get());
+    IPtr<IHostObjectRegistry> registry = hostService<IHostObjectRegistry>(host_.get());
     IHostParameterOwner* mixer = registry ? registry->findObject("QUOR Mixer", 0) : nullptr;
     IPtr<IHostParameter> editors =
         mixer ? IPtr<IHostParameter>::adopt(mixer->findParameter("autoOpenPluginEditor")) : nullptr;
@@ -115,7 +114,7 @@ void CvHostProject::importProject(IMediaProject* model) {
             selected = true;
         }
     }
-    IPtr<IHostProjectTools> tools = getHostInterface<IHostProjectTools>(host_.get());
+    IPtr<IHostProjectTools> tools = hostService<IHostProjectTools>(host_.get());
     if (model->getChannelCount() != 0)
         importChannels(model, sessions, tools.get());
     importAutomation(model, sessions.step.get(), sessions.context.get());

@@ -12,7 +12,7 @@ using namespace CvHostUtilities;
 namespace {
 void setStretch(IHostContext* host, FUnknown* item, IMediaEvent* event) {
     IPtr<IMediaAudioEvent> audio = Halvorn::queryInterface<IMediaAudioEvent>(event);
-    IPtr<IHostProjectTools> tools = getHostInterface<IHostProjectTools>(host);
+    IPtr<IHostProjectTools> tools = hostService<IHostProjectTools>(host);
     if (audio && tools)
         tools->setEventStretch(item, audio->getPlaybackRate());
 }
@@ -56,7 +56,7 @@ IPtr<IAudioEvent> CvHostProject::createAudioEvent(IMediaEvent* event, ImportSess
     if (!local.step || !local.context)
         return {};
     IPtr<IMediaAudioEvent> audio = Halvorn::queryInterface<IMediaAudioEvent>(event);
-    IPtr<IAudioEvent> made = audio ? getHostInterface<IAudioEvent>(host_.get()) : nullptr;
+    IPtr<IAudioEvent> made = audio ? hostService<IAudioEvent>(host_.get()) : nullptr;
     if (!made)
         return {};
     String path(audio->getFilePath());
@@ -98,7 +98,7 @@ void CvHostProject::importAudioClip(FUnknown* hostTrack, IMediaClip* clip,
         setStretch(host_.get(), item.get(), event);
         setFades(audio.get(), local.get(), clip);
     } else {
-        IPtr<IAudioPart> part = getHostInterface<IAudioPart>(host_.get());
+        IPtr<IAudioPart> part = hostService<IAudioPart>(host_.get());
         item = Halvorn::queryInterface<IHostTimelineObject>(part.get());
         if (!item || part->initialize(fields.object->getName(), hostTrack) != kResultOk)
             return;

@@ -100,7 +100,7 @@ void addAutomationPoint(IHostContext* host, IHostEditSession* step, IHostEditCon
                         double value, double time) {
     if (!host || !step || !lane)
         return;
-    IPtr<IHostAutomationPoint> point = getHostInterface<IHostAutomationPoint>(host);
+    IPtr<IHostAutomationPoint> point = hostService<IHostAutomationPoint>(host);
     IPtr<IHostTimelineObject> item = Halvorn::queryInterface<IHostTimelineObject>(point.get());
     if (!item)
         return;

@@ -38,7 +38,7 @@ FUnknown* CvHostProject::importTrack(IMediaTrack* track, ImportSessions& session
             IPtr<IHostObjectType> kept = group;
             sessions.step->add(sessions.context.get(), group.release());
             sessions.step->commit(project_.get(), u"Import Track");
-            IPtr<IHostProjectTools> tools = getHostInterface<IHostProjectTools>(host_.get());
+            IPtr<IHostProjectTools> tools = hostService<IHostProjectTools>(host_.get());
             ImportSessions copy = sessions;
             importGroupChannel(channel, kept.get(), copy, tools.get());
             importTrackInserts(host_.get(), kept.get(), track, this);
@@ -112,7 +112,7 @@ void CvHostProject::importMidiClip(FUnknown* hostTrack, IMediaClip* clip,
     ClipFields fields(clip);
     IPtr<IHostEditContext> local =
         IPtr<IHostEditContext>::adopt(sessions.context->contextFor(hostTrack));
-    IPtr<IMidiPart> part = getHostInterface<IMidiPart>(host_.get());
+    IPtr<IMidiPart> part = hostService<IMidiPart>(host_.get());
     IPtr<IHostMidiPartSetup> setup = Halvorn::queryInterface<IHostMidiPartSetup>(part.get());
     if (!local || !setup || setup->initialize(fields.object->getName(), hostTrack) != kResultOk)
         return;
@@ -135,7 +135,7 @@ void CvHostProject::importMidiClip(FUnknown* hostTrack, IMediaClip* clip,
         IPtr<IMediaMidiNoteEvent> source = Halvorn::queryInterface<IMediaMidiNoteEvent>(event);
         IMediaTime* time = source ? event->getTime() : nullptr;
         IPtr<IHostNoteEvent> note =
-            time ? getHostInterface<IHostNoteEvent>(host_.get()) : IPtr<IHostNoteEvent>();
+            time ? hostService<IHostNoteEvent>(host_.get()) : IPtr<IHostNoteEvent>();
         IPtr<IHostTimelineObject> noteItem =
             Halvorn::queryInterface<IHostTimelineObject>(note.get());
         if (!noteItem)
@@ -157,7 +157,7 @@ void CvHostProject::importVideoClip(FUnknown* hostTrack, IMediaClip* clip,
         IPtr<IHostEditContext>::adopt(sessions.context->contextFor(hostTrack));
     if (!local || clip->getEventCount() != 1)
         return;
-    IPtr<IVideoEvent> video = getHostInterface<IVideoEvent>(host_.get());
+    IPtr<IVideoEvent> video = hostService<IVideoEvent>(host_.get());
     IPtr<IHostTimelineObject> item = Halvorn::queryInterface<IHostTimelineObject>(video.get());
     IPtr<IMediaVideoEvent> source = Halvorn::queryInterface<IMediaVideoEvent>(clip->getEvent(0));
     if (!item || !source)
@@ -188,7 +188,7 @@ void CvHostProject::importMarkerClip(FUnknown* hostTrack, IMediaClip* clip,
                                ? event->getTime()
                                : nullptr;
         IPtr<IMarkerObject> marker =
-            time ? getHostInterface<IMarkerObject>(host_.get()) : IPtr<IMarkerObject>();
+            time ? hostService<IMarkerObject>(host_.get()) : IPtr<IMarkerObject>();
         IPtr<IHostTimelineEvent> item = Halvorn::queryInterface<IHostTimelineEvent>(marker.get());
         if (!item)
             continue;

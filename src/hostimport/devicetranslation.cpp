@@ -126,7 +126,7 @@ bool loadPluginClass(IHostContext* host, IHostParameterOwner* owner, const char8
     IPtr<IHostParameter> parameter =
         owner ? IPtr<IHostParameter>::adopt(owner->findParameter(parameterId)) : nullptr;
     IPtr<IHostProjectTools> tools =
-        parameter ? getHostInterface<IHostProjectTools>(host) : IPtr<IHostProjectTools>();
+        parameter ? hostService<IHostProjectTools>(host) : IPtr<IHostProjectTools>();
     return tools && tools->setPluginClass(parameter.get(), classId) == kResultOk;
 }
 

@@ -1,8 +1,6 @@
 // Host services, tracks, colours, media files, mixer children, parameters and routing for import.
 #include "hostimport/importutilities.h"
 
-#include <cstring>
-
 namespace Halvorn {
 namespace CvHostUtilities {
 
@@ -37,7 +35,7 @@ const char8* trackTypeOf(uint32 contentType) {
 }
 
 IPtr<IHostUrl> makeUrl(IHostContext* host, const String& path) {
-    IPtr<IHostUrl> url = getHostInterface<IHostUrl>(host);
+    IPtr<IHostUrl> url = hostService<IHostUrl>(host);
     if (!url || url->setPath(path.text16(), 0) != kResultOk)
         return {};
     return url;
@@ -45,7 +43,7 @@ IPtr<IHostUrl> makeUrl(IHostContext* host, const String& path) {
 } // namespace
 
 String getProjectFolderPath(IHostContext* host) {
-    IPtr<IHostProjectManager> manager = getHostInterface<IHostProjectManager>(host);
+    IPtr<IHostProjectManager> manager = hostService<IHostProjectManager>(host);
     IHostProject* project = manager ? manager->getActiveProject() : nullptr;
     IHostUrl* folder = project ? project->getProjectFolder() : nullptr;
     char16 buffer[IHostUrl::kPathSize] = {};
@@ -100,7 +98,7 @@ bool setTrackArrangement(FUnknown* track, uint32 audioChannels) {
 }
 
 void setTrackLoaded(IHostContext* host, FUnknown* track, bool loaded) {
-    if (IPtr<IHostProjectTools> tools = getHostInterface<IHostProjectTools>(host))
+    if (IPtr<IHostProjectTools> tools = hostService<IHostProjectTools>(host))
         tools->setTrackLoaded(track, loaded);
 }
 
@@ -138,12 +136,12 @@ IHostMediaFile* findPoolFile(IHostContext* host, IHostProject* project, const St
 }
 
 IPtr<IHostAudioClip> createAudioClip(IHostContext* host, const String& path) {
-    IPtr<IHostAudioFile> file = getHostInterface<IHostAudioFile>(host);
+    IPtr<IHostAudioFile> file = hostService<IHostAudioFile>(host);
     IPtr<IHostUrl> url = file ? makeUrl(host, path) : IPtr<IHostUrl>();
     if (!url || !file->open(url.get()))
         return {};
     IPtr<IHostAudioFileInfo> info = queryInterface<IHostAudioFileInfo>(file.get());
-    IPtr<IHostAudioClip> clip = info ? getHostInterface<IHostAudioClip>(host) : nullptr;
+    IPtr<IHostAudioClip> clip = info ? hostService<IHostAudioClip>(host) : nullptr;
     if (!clip || !clip->setFile(info.get()))
         return {};
     return clip;
@@ -151,23 +149,11 @@ IPtr<IHostAudioClip> createAudioClip(IHostContext* host, const String& path) {
 
 IPtr<IHostMediaFile> createVideoClip(IHostContext* host, const String& path) {
     IPtr<IHostUrl> url = makeUrl(host, path);
-    IPtr<IHostVideoClip> clip = url ? getHostInterface<IHostVideoClip>(host) : nullptr;
+    IPtr<IHostVideoClip> clip = url ? hostService<IHostVideoClip>(host) : nullptr;
     IPtr<IHostMediaFile> file = queryInterface<IHostMediaFile>(clip.get());
     if (!file || file->load(url.get()) != kResultOk)
         return {};
     return file;
-}
-
-IHostParameterOwner* findChild(IHostParameterOwner* owner, const char8* name) {
-    if (!owner || !name)
-        return nullptr;
-    for (int32 index = 0, count = owner->getChildCount(); index < count; ++index) {
-        IHostParameterOwner* child = owner->getChild(index);
-        const char8* childName = child ? child->getName() : nullptr;
-        if (childName && std::strcmp(childName, name) == 0)
-            return child;
-    }
-    return nullptr;
 }
 
 IHostParameterOwner* getMixerChannel(FUnknown* track) {

@@ -1,6 +1,7 @@
 // CvPluginFactory: the module's factory record, its class row and how they are built.
 #include "shell/cvpluginfactory.h"
 
+#include "shell/cvservice.h"
 #include "shell/fixedtext.h"
 
 #include <cstring>
@@ -23,10 +24,6 @@ FactoryInfo moduleFactoryInfo() {
     info.flags = 8 | 16;
     return info;
 }
-
-// The row's creation function. The project filter service is joined to the factory later;
-// until then there is nothing to create, and createInstance answers kNoInterface.
-FUnknown* createService(void*) { return nullptr; }
 
 // The record of the one class, built once whatever thread asks first.
 const ClassInfo2& serviceClassRecord() {

@@ -1,25 +1,19 @@
-// An outline of a project model as text, read through the IMedia faces only.
+// An outline of a project model as text, rendered from the support library's model walk.
 #include "modeloutline.h"
 
 #include "corvelle/ptr.h"
-#include "foundation/fstring.h"
 #include "model/cvfile.h"
+#include "support/modelwalk.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <vector>
+#include <set>
 
 namespace Halvorn {
 namespace DocumentTest {
 namespace {
 
-std::string text(const char16* value) { return String(value).text8(); }
-
-// Marks a media file outside the package.
-std::string external(FUnknown* object) {
-    IPtr<ICvFileAccessor> accessor = queryInterface<ICvFileAccessor>(object);
-    return accessor && accessor->getFile()->isExternal() ? " external" : "";
-}
+using CorvelleSupport::FieldValue;
+using CorvelleSupport::ModelNode;
 
 std::string number(double value) {
     char buffer[64];
@@ -27,166 +21,168 @@ std::string number(double value) {
     return buffer;
 }
 
-// id, quoted name and colour of anything with an identity.
-std::string identity(FUnknown* object) {
-    IPtr<IMediaObject> face = queryInterface<IMediaObject>(object);
-    if (!face)
+// A field as the outline prints it: enumerations by value, numbers with 15 digits.
+std::string text(const FieldValue* value) {
+    if (!value)
         return "";
-    std::string line = " id=" + text(face->getId()) + " name=\"" + text(face->getName()) + "\"";
-    IMediaColor* c = face->getColor();
-    if (c->getRed() || c->getGreen() || c->getBlue() || c->getAlpha()) {
-        char color[16];
-        std::snprintf(color, sizeof color, "#%02x%02x%02x%02x", c->getRed(), c->getGreen(),
-                      c->getBlue(), c->getAlpha());
-        line += std::string(" color=") + color;
-    }
-    return line;
+    if (const auto* named = std::get_if<CorvelleSupport::Named>(value))
+        return std::to_string(named->value);
+    if (const auto* real = std::get_if<double>(value))
+        return number(*real);
+    if (const auto* integer = std::get_if<int64_t>(value))
+        return std::to_string(*integer);
+    if (const auto* flag = std::get_if<bool>(value))
+        return *flag ? "1" : "0";
+    return std::get<std::string>(*value);
+}
+
+std::string get(const ModelNode& node, const char* name) { return text(node.field(name)); }
+
+bool isSet(const ModelNode& node, const char* name) {
+    const FieldValue* value = node.field(name);
+    return value && std::get<bool>(*value);
+}
+
+// Marks a media file outside the package.
+std::string external(const ModelNode& node) {
+    IPtr<ICvFileAccessor> accessor = queryInterface<ICvFileAccessor>(node.object);
+    return accessor && accessor->getFile()->isExternal() ? " external" : "";
+}
+
+// id, quoted name and colour of anything with an identity.
+std::string identity(const ModelNode& node) {
+    if (!node.field("id"))
+        return "";
+    const std::string color = get(node, "color");
+    return " id=" + get(node, "id") + " name=\"" + get(node, "name") + "\"" +
+           (color.empty() ? "" : " color=" + color);
+}
+
+std::string times(const ModelNode& node) {
+    return " start=" + get(node, "start") + " duration=" + get(node, "duration") +
+           " offset=" + get(node, "offset");
 }
 
 struct Writer {
     std::string out;
-    std::vector<IMediaChannel*> trackChannels;
+    std::set<FUnknown*> trackChannels;
 
     void line(int depth, const std::string& content) {
         out += std::string(static_cast<size_t>(depth) * 2, ' ') + content + "\n";
     }
 
-    void parameters(int depth, IMediaParameterContainer* container) {
-        for (uint32 i = 0; container && i < container->getParameterCount(); ++i) {
-            IMediaParameter* p = container->getParameter(i);
-            line(depth, "parameter" + identity(p) + " value=" + number(p->getValue()) + " [" +
-                            number(p->getMin()) + ".." + number(p->getMax()) +
-                            "] unit=" + std::to_string(p->getUnit()) +
-                            " number=" + std::to_string(p->getParameterId()) +
-                            " steps=" + std::to_string(p->getStepCount()));
-        }
+    // Each child of the group, printed one level deeper by print.
+    template <class Print> void each(const ModelNode& node, const char* group, Print print) {
+        if (const auto* items = node.group(group))
+            for (const ModelNode& item : items->items)
+                print(item);
     }
 
-    void device(int depth, IMediaDevice* device) {
-        std::string head = "device type=" + std::to_string(device->getDeviceType()) +
-                           " role=" + std::to_string(device->getDeviceRole()) + identity(device) +
-                           " deviceId=" + device->getDeviceId() + " state=\"" +
-                           text(device->getStatePath()) + "\"" + external(device) +
-                           (device->isEnabled() ? "" : " disabled");
-        if (IPtr<IMediaBuiltinInstrument> instrument =
-                queryInterface<IMediaBuiltinInstrument>(device))
-            head += " preset=\"" + text(instrument->getPresetName()) + "\"";
+    void parameters(int depth, const ModelNode& node) {
+        each(node, "parameters", [&](const ModelNode& p) {
+            line(depth, "parameter" + identity(p) + " value=" + get(p, "value") + " [" +
+                            get(p, "min") + ".." + get(p, "max") + "] unit=" + get(p, "unit") +
+                            " number=" + get(p, "parameterId") + " steps=" + get(p, "stepCount"));
+        });
+    }
+
+    void device(int depth, const ModelNode& device) {
+        std::string head = "device type=" + get(device, "type") + " role=" + get(device, "role") +
+                           identity(device) + " deviceId=" + get(device, "deviceId") + " state=\"" +
+                           get(device, "statePath") + "\"" + external(device) +
+                           (isSet(device, "enabled") ? "" : " disabled");
+        if (device.field("presetName"))
+            head += " preset=\"" + get(device, "presetName") + "\"";
         line(depth, head);
-        parameters(depth + 1, device->getParameters());
-        if (IPtr<IMediaEqualizer> equalizer = queryInterface<IMediaEqualizer>(device))
-            for (uint32 i = 0; i < equalizer->getBandCount(); ++i) {
-                IMediaEqualizerBand* band = equalizer->getBand(i);
-                line(depth + 1, "band type=" + std::to_string(band->getBandType()) +
-                                    " order=" + std::to_string(band->getOrder()) + identity(band));
-                parameters(depth + 2, band->getParameters());
-            }
+        parameters(depth + 1, device);
+        each(device, "bands", [&](const ModelNode& band) {
+            line(depth + 1, "band type=" + get(band, "type") + " order=" + get(band, "order") +
+                                identity(band));
+            parameters(depth + 2, band);
+        });
     }
 
-    void channel(int depth, IMediaChannel* channel) {
-        line(depth, "channel" + identity(channel) + " kind=" + std::to_string(channel->getKind()) +
-                        " role=" + std::to_string(channel->getRole()) +
-                        " width=" + std::to_string(channel->getAudioChannels()) +
-                        " destination=\"" + text(channel->getDestination()) + "\"");
-        parameters(depth + 1, queryInterface<IMediaParameterContainer>(channel).get());
-        for (uint32 i = 0; i < channel->getDeviceCount(); ++i)
-            device(depth + 1, channel->getDevice(i));
-        for (uint32 i = 0; i < channel->getSendCount(); ++i) {
-            IMediaSend* send = channel->getSend(i);
-            line(depth + 1, "send" + identity(send) + " type=" + std::to_string(send->getType()) +
-                                " destination=\"" + text(send->getDestination()) + "\"" +
-                                (send->isEnabled() ? "" : " disabled"));
-            parameters(depth + 2, queryInterface<IMediaParameterContainer>(send).get());
-        }
+    void channel(int depth, const ModelNode& channel) {
+        line(depth, "channel" + identity(channel) + " kind=" + get(channel, "kind") + " role=" +
+                        get(channel, "role") + " width=" + get(channel, "audioChannels") +
+                        " destination=\"" + get(channel, "destination") + "\"");
+        parameters(depth + 1, channel);
+        each(channel, "devices", [&](const ModelNode& item) { device(depth + 1, item); });
+        each(channel, "sends", [&](const ModelNode& send) {
+            line(depth + 1, "send" + identity(send) + " type=" + get(send, "type") +
+                                " destination=\"" + get(send, "destination") + "\"" +
+                                (isSet(send, "enabled") ? "" : " disabled"));
+            parameters(depth + 2, send);
+        });
     }
 
-    static std::string times(IMediaTime* time) {
-        return " start=" + number(time->getStart()) + " duration=" + number(time->getDuration()) +
-               " offset=" + number(time->getOffset());
-    }
-
-    void event(int depth, IMediaEvent* event) {
-        std::string head = times(event->getTime()) + (event->isMuted() ? " muted" : "");
-        if (IPtr<IMediaAudioEvent> audio = queryInterface<IMediaAudioEvent>(event)) {
-            uint32 rate = 0, channels = 0;
-            double length = 0.0;
-            audio->getFormat(&rate, &channels, &length);
-            line(depth, "audio path=\"" + text(audio->getFilePath()) + "\"" + external(event) +
-                            " format=" + std::to_string(rate) + "/" + std::to_string(channels) +
-                            "/" + number(length) + head);
-            for (uint32 i = 0; i < audio->getWarpCount(); ++i)
-                line(depth + 1, "warp time=" + number(audio->getWarp(i)->getTime()) +
-                                    " content=" + number(audio->getWarp(i)->getContentTime()));
-        } else if (IPtr<IMediaMidiNoteEvent> note = queryInterface<IMediaMidiNoteEvent>(event)) {
-            IPtr<IMediaMidiEvent> midi = queryInterface<IMediaMidiEvent>(event);
-            line(depth, "note key=" + std::to_string(note->getKey()) +
-                            " velocity=" + number(note->getVelocity()) +
-                            " channel=" + std::to_string(midi->getChannel()) + head);
-        } else if (IPtr<IMediaVideoEvent> video = queryInterface<IMediaVideoEvent>(event)) {
-            line(depth,
-                 "video path=\"" + text(video->getFilePath()) + "\"" + external(event) + head);
-        } else if (IPtr<IMediaTempoEvent> tempo = queryInterface<IMediaTempoEvent>(event)) {
-            line(depth, "tempo bpm=" + number(tempo->getTempo()) + " interpolation=" +
-                            std::to_string(tempo->getInterpolation()) + identity(event) + head);
-        } else if (IPtr<IMediaSignatureEvent> signature =
-                       queryInterface<IMediaSignatureEvent>(event)) {
-            line(depth, "signature " + std::to_string(signature->getNumerator()) + "/" +
-                            std::to_string(signature->getDenominator()) + identity(event) + head);
+    void event(int depth, const ModelNode& event) {
+        const std::string tail = times(event) + (isSet(event, "muted") ? " muted" : "");
+        const std::string path = "path=\"" + get(event, "file") + "\"" + external(event);
+        if (event.group("warps")) {
+            line(depth, "audio " + path + " format=" + get(event, "format.sampleRate") + "/" +
+                            get(event, "format.channels") + "/" + get(event, "format.duration") +
+                            tail);
+            each(event, "warps", [&](const ModelNode& warp) {
+                line(depth + 1,
+                     "warp time=" + get(warp, "time") + " content=" + get(warp, "contentTime"));
+            });
+        } else if (event.field("key")) {
+            line(depth, "note key=" + get(event, "key") + " velocity=" + get(event, "velocity") +
+                            " channel=" + get(event, "midi.channel") + tail);
+        } else if (event.field("format.frameCount")) {
+            line(depth, "video " + path + tail);
+        } else if (event.field("tempo")) {
+            line(depth, "tempo bpm=" + get(event, "tempo") + " interpolation=" +
+                            get(event, "interpolation") + identity(event) + tail);
+        } else if (event.field("numerator")) {
+            line(depth, "signature " + get(event, "numerator") + "/" + get(event, "denominator") +
+                            identity(event) + tail);
         } else {
-            line(depth,
-                 "event type=" + std::to_string(event->getEventType()) + identity(event) + head);
+            line(depth, "event type=" + get(event, "type") + identity(event) + tail);
         }
     }
 
-    void track(int depth, IMediaTrack* track) {
-        line(depth, "track content=" + std::to_string(track->getContentType()) + identity(track) +
-                        (track->isLoaded() ? "" : " unloaded"));
-        if (IMediaChannel* own = track->getChannel()) {
-            trackChannels.push_back(own);
+    void track(int depth, const ModelNode& track) {
+        line(depth, "track content=" + get(track, "contentType") + identity(track) +
+                        (isSet(track, "loaded") ? "" : " unloaded"));
+        each(track, "channel", [&](const ModelNode& own) {
+            trackChannels.insert(own.object);
             channel(depth + 1, own);
-        }
-        for (uint32 i = 0; i < track->getClipCount(); ++i) {
-            IMediaClip* clip = track->getClip(i);
-            IPtr<IMediaEvent> face = queryInterface<IMediaEvent>(clip);
-            line(depth + 1, "clip type=" + std::to_string(clip->getEventType()) + identity(clip) +
-                                times(clip->getTime()) + " fades=" + number(clip->getFadeInTime()) +
-                                "/" + number(clip->getFadeOutTime()) +
-                                (face && face->isMuted() ? " muted" : ""));
-            for (uint32 e = 0; e < clip->getEventCount(); ++e)
-                event(depth + 2, clip->getEvent(e));
-        }
-        for (uint32 i = 0; i < track->getAutomationCount(); ++i) {
-            IMediaAutomation* automation = track->getAutomation(i);
-            line(depth + 1, "automation" + identity(automation) + " target=\"" +
-                                text(automation->getTarget()) +
-                                "\" unit=" + std::to_string(automation->getUnit()));
-            for (uint32 p = 0; p < automation->getPointCount(); ++p) {
-                IMediaAutomationPoint* point = automation->getPoint(p);
-                line(depth + 2, "point" + identity(point) + " time=" + number(point->getTime()) +
-                                    " value=" + number(point->getValue()) +
-                                    " interpolation=" + std::to_string(point->getInterpolation()));
-            }
-        }
-        for (uint32 i = 0; i < track->getTrackCount(); ++i)
-            this->track(depth + 1, track->getTrack(i));
+        });
+        each(track, "clips", [&](const ModelNode& clip) {
+            line(depth + 1, "clip type=" + get(clip, "eventType") + identity(clip) + times(clip) +
+                                " fades=" + get(clip, "fadeIn") + "/" + get(clip, "fadeOut") +
+                                (isSet(clip, "muted") ? " muted" : ""));
+            each(clip, "events", [&](const ModelNode& item) { event(depth + 2, item); });
+        });
+        each(track, "automation", [&](const ModelNode& lane) {
+            line(depth + 1, "automation" + identity(lane) + " target=\"" + get(lane, "target") +
+                                "\" unit=" + get(lane, "unit"));
+            each(lane, "points", [&](const ModelNode& point) {
+                line(depth + 2, "point" + identity(point) + " time=" + get(point, "time") +
+                                    " value=" + get(point, "value") +
+                                    " interpolation=" + get(point, "interpolation"));
+            });
+        });
+        each(track, "tracks", [&](const ModelNode& item) { this->track(depth + 1, item); });
     }
 };
 
 } // namespace
 
 std::string outline(IMediaProject* project) {
+    const ModelNode model = CorvelleSupport::walkModel(*project);
     Writer writer;
-    for (uint32 i = 0; i < project->getTrackCount(); ++i)
-        writer.track(0, project->getTrack(i));
+    writer.each(model, "tracks", [&](const ModelNode& track) { writer.track(0, track); });
     std::string ids = "channels:";
-    for (uint32 i = 0; i < project->getChannelCount(); ++i)
-        ids += " " + text(queryInterface<IMediaObject>(project->getChannel(i))->getId());
+    writer.each(model, "channels",
+                [&](const ModelNode& channel) { ids += " " + get(channel, "id"); });
     writer.line(0, ids);
-    for (uint32 i = 0; i < project->getChannelCount(); ++i) {
-        IMediaChannel* channel = project->getChannel(i);
-        if (std::find(writer.trackChannels.begin(), writer.trackChannels.end(), channel) ==
-            writer.trackChannels.end())
+    writer.each(model, "channels", [&](const ModelNode& channel) {
+        if (!writer.trackChannels.count(channel.object))
             writer.channel(0, channel);
-    }
+    });
     return writer.out;
 }
 

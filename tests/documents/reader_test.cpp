@@ -3,12 +3,11 @@
 
 #include "foundation/ffilesystem.h"
 #include "foundation/fstream.h"
+#include "support/scratchfolder.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <string>
-#include <unistd.h>
 
 namespace Halvorn {
 namespace {
@@ -92,6 +91,7 @@ TEST(XmlReader, TransportGivesTempoAndSignatureWithTheirDefaults) {
     IPtr<CvProject> none = read(project("<Transport/>"));
     ASSERT_TRUE(none);
     EXPECT_DOUBLE_EQ(none->getTempo()->getMin(), 1.0);
+    EXPECT_DOUBLE_EQ(none->getTempo()->getMax(), 300.0);
     EXPECT_EQ(none->getTempo()->getUnit(), static_cast<uint32>(kUnitBpm));
 
     // Present texts are always parsed: empty is 0, overflow is 0, integers cut to 16 bits.
@@ -187,10 +187,9 @@ TEST(XmlReader, HostileContentLeavesOutOnlyWhatItSpoils) {
 }
 
 TEST(XmlReader, ReadsFilesByPathAndNothingElse) {
-    const char* base = std::getenv("TMPDIR");
-    std::string folder = std::string(base && *base ? base : "/tmp") + "/cvreader-XXXXXX";
-    ASSERT_TRUE(mkdtemp(&folder[0]));
-    std::string file = folder + "/project.xml";
+    CorvelleSupport::ScratchFolder scratch;
+    const std::string& folder = scratch.path();
+    const std::string file = scratch / "project.xml";
     FUrl url(String(file.c_str()), false);
     FStream* stream = gFNFileSystem->createStream(url, FStream::kWrite);
     ASSERT_TRUE(stream);
@@ -211,9 +210,6 @@ TEST(XmlReader, ReadsFilesByPathAndNothingElse) {
     ASSERT_TRUE(again);
     EXPECT_NE(again.get(), project.get());
     EXPECT_EQ(reader->refCount(), 1);
-
-    EXPECT_EQ(unlink(file.c_str()), 0);
-    EXPECT_EQ(rmdir(folder.c_str()), 0);
 }
 
 } // namespace

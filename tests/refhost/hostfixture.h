@@ -3,6 +3,7 @@
 #pragma once
 
 #include "hostapi/hostapi.h"
+#include "support/scratchfolder.h"
 #include "text.h"
 #include "workstation.h"
 
@@ -14,19 +15,6 @@
 
 namespace Halvorn {
 namespace RefHostTest {
-
-// A folder under $TMPDIR (or /tmp) that is removed with everything in it.
-class TempFolder {
-public:
-    TempFolder();
-    ~TempFolder();
-    TempFolder(const TempFolder&) = delete;
-    TempFolder& operator=(const TempFolder&) = delete;
-    const std::string& path() const { return path_; }
-
-private:
-    std::string path_;
-};
 
 void writeWav(const std::string& path, int frames, int channels, int sampleRate);
 void writeText(const std::string& path, const std::string& text);
@@ -60,7 +48,7 @@ protected:
     IHostParameterOwner* channel(const std::u16string& title) const;
     static IHostParameterOwner* child(IHostParameterOwner* owner, const std::string& name);
 
-    std::unique_ptr<TempFolder> folder;
+    std::unique_ptr<CorvelleSupport::ScratchFolder> folder;
     std::unique_ptr<RefHost::Workstation> station;
 };
 

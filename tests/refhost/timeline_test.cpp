@@ -87,7 +87,8 @@ TEST_F(HostTest, PartsEventsAndMediaReadThroughTheirInterfaces) {
     ASSERT_EQ(inner.size(), 1u);
     auto fill = queryInterface<IHostTimelineObject>(inner[0]);
     EXPECT_TRUE(fill->isMuted());
-    EXPECT_DOUBLE_EQ(fill->getStart(partContext.get()), 0.5);
+    // Stored 0.5 into the part at 4.0, read on the project's timeline.
+    EXPECT_DOUBLE_EQ(fill->getStart(partContext.get()), 4.5);
     EXPECT_DOUBLE_EQ(fill->getOffset(partContext.get()), 0.25);
     auto tools = service<IHostProjectTools>();
     double ratio = 0.0;

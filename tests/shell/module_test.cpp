@@ -1,5 +1,6 @@
 // The built module as a host sees it: loaded with dlopen, reached only through its exports.
 #include "corvelle/factory.h"
+#include "corvelle/filter.h"
 #include "corvelle/package.h" // IMediaPackageManager::iid, a foreign identifier
 #include "corvelle/ptr.h"
 
@@ -185,7 +186,7 @@ TEST_F(ModuleTest, QueryInterfaceAnswersTheFourFactoryFaces) {
     EXPECT_EQ(factory->release(), 1u);
 }
 
-TEST_F(ModuleTest, CreateInstanceGivesNullWithoutAClass) {
+TEST_F(ModuleTest, CreateInstanceGivesTheServiceForItsOwnClassOnly) {
     auto factory = IPtr<IPluginFactory>::adopt(getPluginFactory_());
     ASSERT_TRUE(factory);
     uint8 unknown[16];
@@ -198,9 +199,17 @@ TEST_F(ModuleTest, CreateInstanceGivesNullWithoutAClass) {
     EXPECT_EQ(factory->createInstance(nullptr, FUnknown::iid, &object), kNoInterface);
     EXPECT_EQ(object, nullptr);
     EXPECT_EQ(factory->createInstance(kClassId, FUnknown::iid, nullptr), kNoInterface);
-    // The filter service is not joined to the factory yet, so its own class gives nothing.
+    // The class gives the filter service, which answers for its own faces only.
+    object = nullptr;
+    ASSERT_EQ(factory->createInstance(kClassId, Quor::IProjectFilterPlugin3::iid, &object),
+              kResultOk);
+    auto service =
+        IPtr<Quor::IProjectFilterPlugin3>::adopt(static_cast<Quor::IProjectFilterPlugin3*>(object));
+    uint32 flags = 0;
+    EXPECT_EQ(service->getFilterFlags(&flags), kResultOk);
+    EXPECT_EQ(flags, 27u);
     object = reinterpret_cast<void*>(1);
-    EXPECT_EQ(factory->createInstance(kClassId, FUnknown::iid, &object), kNoInterface);
+    EXPECT_EQ(factory->createInstance(kClassId, IPluginFactory::iid, &object), kNoInterface);
     EXPECT_EQ(object, nullptr);
 }
 

@@ -3,6 +3,7 @@
 #include "common/model_compare.h"
 #include "documentwriting.h"
 #include "goldenmodel.h"
+#include "hostapi/hostmixer.h"
 #include "package/cvpackagemanager.h"
 #include "package/cvpackagemanagerclient.h"
 #include "package/cvzipreader.h"
@@ -83,8 +84,11 @@ size_t findValue(const std::string& line, const std::string& name, std::string& 
     return begin;
 }
 
+constexpr uint32 kPluginTagOffset = Quor::IHostParameter::kPluginTagOffset;
+
 // What a second write gives for a model read from the first write's document: plug-in
-// parameter numbers 4201 lower again, and the two times of each warp point exchanged.
+// parameter numbers lower by the plug-in tag offset again, and the two times of each warp point
+// exchanged.
 std::string withKnownAsymmetries(const std::string& document) {
     std::string out;
     std::istringstream lines(document);
@@ -93,7 +97,7 @@ std::string withKnownAsymmetries(const std::string& document) {
         const size_t at = findValue(line, "parameterID", number);
         if (at != std::string::npos) {
             const auto shifted =
-                static_cast<int32>(static_cast<uint32>(std::stoll(number)) - 4201u);
+                static_cast<int32>(static_cast<uint32>(std::stoll(number)) - kPluginTagOffset);
             line.replace(at, number.size(), std::to_string(shifted));
         }
         std::string time;
@@ -110,7 +114,7 @@ std::string withKnownAsymmetries(const std::string& document) {
 
 ModelCompare::Options afterOneWrite() {
     ModelCompare::Options options;
-    options.pluginParameterShift = -4201;
+    options.pluginParameterShift = -int64_t(kPluginTagOffset);
     options.warpTimesExchanged = true;
     options.fileLeafNamesOnly = true;
     options.tempoValueOnly = true;
@@ -138,7 +142,7 @@ TEST(RoundTrip, ReadWriteReadGivesAnEqualModelAndTheSameMedia) {
         const auto strict = ModelCompare::differences(first.project(), second.project(), leaves);
         EXPECT_EQ(strict.empty(), !document.hasAsymmetries) << ModelCompare::describe(strict);
         for (const std::string& line : strict)
-            EXPECT_TRUE(line.find("parameter id") != std::string::npos ||
+            EXPECT_TRUE(line.find("parameterId") != std::string::npos ||
                         line.find("/warp[") != std::string::npos)
                 << line;
 

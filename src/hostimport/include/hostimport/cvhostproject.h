@@ -5,7 +5,7 @@
 #include "corvelle/mediaautomation.h"
 #include "corvelle/mediaclip.h"
 #include "corvelle/mediaproject.h"
-#include "hostimport/cvhostvolumetranslator.h"
+#include "hostexport/cvhostvolumetranslator.h"
 #include "hostimport/importregistry.h"
 #include "hostimport/importsessions.h"
 #include "model/cvobject.h"

@@ -7,18 +7,11 @@
 #include "corvelle/ptr.h"
 #include "foundation/fstring.h"
 #include "hostapi/hostapi.h"
+#include "hostexport/cvhostutilities.h"
 #include "hostimport/importsessions.h"
 
 namespace Halvorn {
 namespace CvHostUtilities {
-
-// The host's service or new object for I; empty when the host is null or refuses.
-template <class I> IPtr<I> getHostInterface(IHostContext* host) {
-    void* out = nullptr;
-    if (!host || host->getInterface(I::iid, &out) != kResultOk || !out)
-        return {};
-    return IPtr<I>::adopt(static_cast<I*>(out));
-}
 
 // The folder of the host's active project, "/" separated; empty when any link is missing.
 String getProjectFolderPath(IHostContext* host);
@@ -47,8 +40,6 @@ IHostMediaFile* findPoolFile(IHostContext* host, IHostProject* project, const St
 IPtr<IHostAudioClip> createAudioClip(IHostContext* host, const String& path);
 IPtr<IHostMediaFile> createVideoClip(IHostContext* host, const String& path);
 
-// Borrowed: the first child with this name, or null.
-IHostParameterOwner* findChild(IHostParameterOwner* owner, const char8* name);
 // Borrowed: the mixer channel of a track, or null.
 IHostParameterOwner* getMixerChannel(FUnknown* track);
 // findParameter(id), then setValue(value, true); false when the parameter is missing.
