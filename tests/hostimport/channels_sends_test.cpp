@@ -50,7 +50,7 @@ TEST_F(ImportTest, ChannelsRouteAndSendByIdTheFirstEntryWinning) {
     EXPECT_EQ(verbA->channel->title, u"Verb A");
     EXPECT_EQ(vox->destination, bus->channel.get());
     // Feeding the master keeps the host's default output; the master itself stays untouched.
-    EXPECT_EQ(hostTrack(u"Bass")->channel->destination, nullptr);
+    EXPECT_EQ(hostTrack(u"Bass")->channel->destination, station->mixer->channel("main"));
     EXPECT_FALSE(hostTrack(u"Master"));
     EXPECT_EQ(station->mixer->channel("main")->param("volume")->normalized, mainVolume);
 

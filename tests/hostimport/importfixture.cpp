@@ -21,8 +21,7 @@ std::string document(const std::string& structure, const std::string& arrangemen
            "</Arrangement></Project>";
 }
 
-void ImportTest::SetUp() {
-    HostTest::SetUp();
+nlohmann::json emptySession() {
     nlohmann::json session = RefHostTest::exampleSession();
     auto& tracks = session["project"]["tracks"];
     tracks = nlohmann::json::array({tracks[0], tracks[1]}); // the tempo and signature tracks
@@ -34,8 +33,13 @@ void ImportTest::SetUp() {
         if (channel["kind"] == "OutputChannel" || channel["kind"] == "InputChannel")
             channels.push_back(channel);
     session["mixer"]["channels"] = channels;
+    return session;
+}
+
+void ImportTest::SetUp() {
+    HostTest::SetUp();
     fs::create_directories(projectFolder());
-    load(session);
+    load(emptySession());
 }
 
 bool ImportTest::importPackage(const std::string& projectXml,

@@ -20,6 +20,11 @@ std::string document(const std::string& structure, const std::string& arrangemen
                          "<Transport><Tempo unit=\"bpm\" value=\"120\"/>"
                          "<TimeSignature numerator=\"4\" denominator=\"4\"/></Transport>");
 
+// The example session with its project emptied: the tempo and signature tracks, the input and
+// output channels, the plug-in catalogue and the channel strip; its project folder is
+// "project".
+nlohmann::json emptySession();
+
 class ImportTest : public HostTest {
 protected:
     void SetUp() override;
