@@ -82,4 +82,41 @@ TEST_F(WholeRoadTest, ExportImportExportKeepsWhatTheFormatCarries) {
     EXPECT_EQ(std::count(steps.begin(), steps.end(), "Import Corvelle"), 1);
 }
 
+TEST_F(WholeRoadTest, TheImportCommandRemembersThePathAndNeedsAProjectFolder) {
+    std::string package = folder->path() + "/first.corvelle";
+    ASSERT_EQ(command(false, package), kResultOk);
+    std::filesystem::create_directories(projectFolder());
+    load(emptySession());
+    auto remembered = [&] {
+        auto defaults = service<IHostDefaults>();
+        const char16* text = defaults->getString("Corvelle", "lastImportPath");
+        return text ? RefHostTest::utf8(text) : std::string();
+    };
+    // A null target shows no dialog; a cancel remembers nothing.
+    auto filter = IPtr<CvService>::adopt(
+        static_cast<CvService*>(static_cast<Quor::IPluginBase*>(createService(nullptr))));
+    ASSERT_EQ(filter->initialize(host()), kResultOk);
+    EXPECT_EQ(filter->importProject(nullptr, nullptr), kResultFalse);
+    EXPECT_TRUE(station->dialogs.shown.empty());
+    station->dialogs.answers.emplace_back(std::nullopt);
+    EXPECT_EQ(filter->importProject(nullptr, station->project->itemFace()), kResultFalse);
+    EXPECT_EQ(remembered(), "");
+    ASSERT_EQ(station->dialogs.shown.size(), 1u);
+    EXPECT_EQ(station->dialogs.shown[0].title, u"Select Corvelle File");
+
+    // Without a project folder nothing is read, and no media folder is made anywhere.
+    auto projectUrl = station->project->folder;
+    station->project->folder = nullptr;
+    EXPECT_EQ(command(true, package), kResultFalse);
+    EXPECT_EQ(remembered(), package);
+    EXPECT_TRUE(station->history.empty());
+    EXPECT_FALSE(std::filesystem::exists(projectFolder() + "/Audio"));
+
+    // The whole path is remembered, and the next dialog starts there.
+    station->project->folder = projectUrl;
+    ASSERT_EQ(command(true, package), kResultOk);
+    EXPECT_EQ(RefHostTest::utf8(station->dialogs.shown.back().startPath.c_str()), package);
+    EXPECT_TRUE(std::filesystem::exists(projectFolder() + "/Audio/loop.wav"));
+}
+
 } // namespace
