@@ -1,14 +1,16 @@
 // The tool's client and the read and write calls of the package door.
 #include "packagereading.h"
-#include "support/utf.h"
+
+#include "conventions.h"
+#include "corvelle/utf8.h"
 
 #include <atomic>
 #include <iostream>
 
 namespace CorvelleTool {
 
-using CorvelleSupport::toUtf16;
-using CorvelleSupport::toUtf8;
+using Halvorn::toUtf16;
+using Halvorn::toUtf8;
 namespace {
 
 using namespace Halvorn;
@@ -108,14 +110,26 @@ std::string describe(const ReadCase& readCase) {
     return std::string(text) + ": " + readCase.subject;
 }
 
+void reportCases(const std::vector<ReadCase>& cases) {
+    for (const ReadCase& readCase : cases)
+        std::cerr << "corvelle: " << describe(readCase) << "\n";
+}
+
+bool lostMedium(const std::vector<ReadCase>& cases) {
+    for (const ReadCase& readCase : cases)
+        if (readCase.what == kReadCopyFailed)
+            return true;
+    return false;
+}
+
 int writePackageFile(IMediaProjectPackage* package, const std::string& path) {
     const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
     if (!manager || !manager->writePackage(package, toUtf16(path).c_str())) {
         std::cerr << "corvelle: cannot write package '" << path
                   << "': its folder must exist and be writable\n";
-        return 2;
+        return kExitFailed;
     }
-    return 0;
+    return kExitSuccess;
 }
 
 } // namespace CorvelleTool

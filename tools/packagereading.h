@@ -25,7 +25,13 @@ readPackage(const std::string& path, const std::string& mediaFolder, std::vector
 // One line for a case, as the tools print it.
 std::string describe(const ReadCase& readCase);
 
-// Writes the package file and says on stderr when it can't; the tool's exit code, 0 or 2.
+// Says each case on stderr as a warning.
+void reportCases(const std::vector<ReadCase>& cases);
+
+// True when one of the cases lost a medium that was there: it could not be copied whole.
+bool lostMedium(const std::vector<ReadCase>& cases);
+
+// Writes the package file and says on stderr when it can't; kExitSuccess or kExitFailed.
 int writePackageFile(Halvorn::IMediaProjectPackage* package, const std::string& path);
 
 } // namespace CorvelleTool
