@@ -2,9 +2,12 @@
 //
 // Builds a project of one million note events (and, separately, one million automation
 // points) the way a filler does, measures the heap in use before and after with mallinfo2,
-// and prints the figures beside the same data held as plain structs in a std::vector, the
-// smallest form the data can take. Usage: corvelle_model_bench [ROUNDS] (default 3).
+// and prints the medians against their goals, beside the same data held as plain structs in a
+// std::vector, the smallest form the data can take; and the time of a walk of every note
+// through the published faces against a walk of that vector. Usage:
+// corvelle_model_bench [ROUNDS] (default 3).
 #include "model/cvproject.h"
+#include "read_bench_support.h"
 
 #include <chrono>
 #include <cstdio>
@@ -101,59 +104,78 @@ template <class Peer> long peerBytes(long count) {
     return peers.size() == size_t(count) ? bytes : -1;
 }
 
-void round(int index) {
+// Reads every peer note as the walk above reads the model's.
+double walkPeers(const std::vector<PeerNote>& peers) {
+    double sum = 0.0;
+    for (const PeerNote& peer : peers)
+        sum += peer.time;
+    return sum;
+}
+
+struct Sample {
+    std::vector<double> noteBytes, pointBytes, walkNs, peerWalkNs, buildSeconds, pointSeconds;
+};
+
+void round(Sample& sample) {
     long before = heapInUse();
     auto start = std::chrono::steady_clock::now();
     IPtr<CvProject> project = buildNotes();
-    double buildTime = secondsSince(start);
-    long noteBytes = heapInUse() - before;
+    sample.buildSeconds.push_back(secondsSince(start));
+    sample.noteBytes.push_back(double(heapInUse() - before) / kNotes);
     start = std::chrono::steady_clock::now();
     volatile double sink = walkNotes(project.get());
-    (void)sink;
-    double walkTime = secondsSince(start);
-    start = std::chrono::steady_clock::now();
+    sample.walkNs.push_back(secondsSince(start) * 1e9 / kNotes);
     project = nullptr;
-    double releaseTime = secondsSince(start);
-    long leftNotes = heapInUse() - before;
+
+    std::vector<PeerNote> peers(size_t(kNotes), PeerNote{1.0, 0.2, 0.75, 60.0, 0.0});
+    start = std::chrono::steady_clock::now();
+    sink = walkPeers(peers);
+    (void)sink;
+    sample.peerWalkNs.push_back(secondsSince(start) * 1e9 / kNotes);
 
     before = heapInUse();
     start = std::chrono::steady_clock::now();
     IPtr<CvTrack> lanes = buildAutomation();
-    double pointTime = secondsSince(start);
-    long pointBytes = heapInUse() - before;
-    lanes = nullptr;
-    long leftPoints = heapInUse() - before;
+    sample.pointSeconds.push_back(secondsSince(start));
+    sample.pointBytes.push_back(double(heapInUse() - before) / kPoints);
+}
 
-    long peerNote = peerBytes<PeerNote>(kNotes);
-    long peerPoint = peerBytes<PeerPoint>(kPoints);
-
-    std::printf("round %d\n", index);
-    std::printf("  notes   %ld: %.1f MB, %.1f bytes each; peer vector<5 doubles> %.1f bytes each;"
-                " ratio %.2f\n",
-                kNotes, noteBytes / 1e6, double(noteBytes) / kNotes, double(peerNote) / kNotes,
-                double(noteBytes) / double(peerNote));
-    std::printf("          build %.3f s, walk through IMedia %.1f ns/note, release %.3f s,"
-                " left after release %ld bytes\n",
-                buildTime, walkTime * 1e9 / kNotes, releaseTime, leftNotes);
-    std::printf("  points  %ld: %.1f MB, %.1f bytes each; peer vector<3 doubles> %.1f bytes each;"
-                " ratio %.2f\n",
-                kPoints, pointBytes / 1e6, double(pointBytes) / kPoints,
-                double(peerPoint) / kPoints, double(pointBytes) / double(peerPoint));
-    std::printf("          build %.3f s, left after release %ld bytes\n", pointTime, leftPoints);
+// One figure against an absolute goal: the median, the spread of the rounds, met or missed.
+void printGoal(const char* what, const std::vector<double>& values, const char* unit,
+               double goal) {
+    const double middle = ReadBench::median(values);
+    std::printf("%-46s %9.1f %-5s goal <= %5.0f  %s\n      runs:%s\n", what, middle, unit, goal,
+                middle <= goal ? "met" : "MISSED", ReadBench::listed(values).c_str());
 }
 
 } // namespace
 } // namespace Halvorn
 
 int main(int argc, char** argv) {
-    int rounds = argc > 1 ? std::atoi(argv[1]) : 3;
+    using namespace Halvorn;
+    const int rounds = argc > 1 && std::atoi(argv[1]) > 0 ? std::atoi(argv[1]) : 3;
     std::printf("model memory: %ld note events in %d clips, %ld automation points in %d lanes\n",
-                Halvorn::kNotes, Halvorn::kTracks * Halvorn::kClipsPerTrack, Halvorn::kPoints,
-                Halvorn::kLanes);
+                kNotes, kTracks * kClipsPerTrack, kPoints, kLanes);
     std::printf("object sizes: note event %zu + its time %zu, automation point %zu bytes\n",
-                sizeof(Halvorn::CvMidiNoteEvent), sizeof(Halvorn::CvTime),
-                sizeof(Halvorn::CvAutomationPoint));
-    for (int i = 1; i <= rounds; ++i)
-        Halvorn::round(i);
+                sizeof(CvMidiNoteEvent), sizeof(CvTime), sizeof(CvAutomationPoint));
+    Sample sample;
+    for (int i = 0; i < rounds; ++i)
+        round(sample);
+    printGoal("model bytes per note (heap in use)", sample.noteBytes, "bytes", 200.0);
+    std::printf("    peer: the same notes as a vector of 5 doubles, %.1f bytes each\n",
+                double(peerBytes<PeerNote>(kNotes)) / kNotes);
+    printGoal("model bytes per automation point", sample.pointBytes, "bytes", 120.0);
+    std::printf("    peer: a vector of 3 doubles, %.1f bytes each\n",
+                double(peerBytes<PeerPoint>(kPoints)) / kPoints);
+    const double walk = ReadBench::median(sample.walkNs);
+    const double peerWalk = ReadBench::median(sample.peerWalkNs);
+    std::printf("walk of every note through IMedia: %.1f ns per note, a vector walk %.1f ns; "
+                "ratio %.1f\n",
+                walk, peerWalk, walk / peerWalk);
+    std::printf("    runs, ns per note:%s\n    runs, peer:%s\n    build of the notes, s:%s\n"
+                "    build of the points, s:%s\n",
+                ReadBench::listed(sample.walkNs).c_str(), ReadBench::listed(sample.peerWalkNs).c_str(),
+                ReadBench::listed(sample.buildSeconds).c_str(),
+                ReadBench::listed(sample.pointSeconds).c_str());
     return 0;
 }

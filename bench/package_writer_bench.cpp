@@ -3,10 +3,11 @@
 //
 // First, 50 media files of 4 MiB each go into a package with the library's writePackage (which
 // stages them into its tree, writes the documents and deflates the tree), and the same staged
-// tree is packed by "zip -r -q" in the same run; the ratio is ours over zip's. Then project.xml
-// is written for notes clips of 125 000, 250 000 and 500 000 events; the time per event should
-// stay flat. Usage: corvelle_package_writer_bench [MEDIA_MIB] (default 200). Scratch files go
-// to a folder below $TMPDIR (or /tmp) and are removed at the end.
+// tree is packed by "zip -r -q", alternating for the given rounds; the ratio is of the medians,
+// ours over zip's. Then project.xml is written for notes clips of 125 000, 250 000 and 500 000
+// events; the time per event should stay flat. Usage: corvelle_package_writer_bench [ROUNDS]
+// [MEDIA_MIB] (defaults 3 and 200). Scratch files go to a folder below $TMPDIR (or /tmp) and
+// are removed at the end.
 #include "documents/cvxmlwriter.h"
 #include "foundation/ffilesystem.h"
 #include "model/cvevent.h"
@@ -14,14 +15,11 @@
 #include "model/cvtrack.h"
 #include "package/cvpackage.h"
 #include "package/package_writer.h"
-#include "support/scratchfolder.h"
+#include "read_bench_support.h"
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <random>
 #include <string>
 
@@ -32,22 +30,8 @@ namespace fs = std::filesystem;
 
 constexpr int kMediaFiles = 50;
 
-double secondsSince(std::chrono::steady_clock::time_point start) {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
-
 std::u16string utf16(const std::string& ascii) {
     return std::u16string(ascii.begin(), ascii.end());
-}
-
-// Audio-like bytes: noise, which deflate can hardly shrink, as with real recordings.
-void writeNoise(const std::string& path, size_t bytes, std::mt19937_64& random) {
-    std::string block(bytes, '\0');
-    for (size_t i = 0; i + 8 <= bytes; i += 8) {
-        const uint64_t value = random();
-        std::memcpy(&block[i], &value, 8);
-    }
-    std::ofstream(path, std::ios::binary).write(block.data(), static_cast<std::streamsize>(bytes));
 }
 
 IPtr<CvProject> projectWithMedia(const std::vector<std::string>& files) {
@@ -79,7 +63,24 @@ IPtr<CvProject> projectWithNotes(long notes) {
     return project;
 }
 
-int run(long mediaMiB, const std::string& scratch) {
+// The same tree as writePackage stages it, for the peer to pack: the writer copies the media
+// in as it writes the document.
+bool stageTree(CvProject* project, const std::string& tree) {
+    fs::create_directories(tree);
+    CvXmlWriter writer(String(tree.c_str()));
+    for (const char* name : {"project.xml", "metadata.xml"}) {
+        FStream* stream = gFNFileSystem->createStream(
+            FUrl(String((tree + "/" + name).c_str()), false), FStream::kWrite);
+        const bool written = name[0] == 'p' ? writer.writeProject(project, stream)
+                                            : writer.writeMetaData(stream);
+        gFNFileSystem->closeStream(stream);
+        if (!written)
+            return false;
+    }
+    return true;
+}
+
+int run(int rounds, long mediaMiB, const std::string& scratch) {
     std::mt19937_64 random(42);
     const std::string sources = scratch + "/sources";
     fs::create_directories(sources);
@@ -87,51 +88,57 @@ int run(long mediaMiB, const std::string& scratch) {
     const size_t fileBytes = size_t(mediaMiB) * 1024 * 1024 / kMediaFiles;
     for (int i = 0; i < kMediaFiles; ++i) {
         files.push_back(sources + "/take" + std::to_string(i) + ".wav");
-        writeNoise(files.back(), fileBytes, random);
+        if (!ReadBench::writeNoiseFile(files.back(), fileBytes, random))
+            return 1;
     }
     auto project = projectWithMedia(files);
     auto package = newObject<CvPackage>(project.get());
-
-    auto start = std::chrono::steady_clock::now();
-    if (!writeProjectPackage(package.get(), utf16(scratch + "/ours.corvelle").c_str())) {
-        std::fprintf(stderr, "writePackage failed\n");
-        return 1;
-    }
-    const double ours = secondsSince(start);
-
-    // The same tree as writePackage stages it, packed by the peer.
     const std::string tree = scratch + "/tree";
-    fs::create_directories(tree);
-    CvXmlWriter writer(String(tree.c_str()));
-    for (const char* name : {"project.xml", "metadata.xml"}) {
-        FStream* stream = gFNFileSystem->createStream(
-            FUrl(String((tree + "/" + name).c_str()), false), FStream::kWrite);
-        const bool written = name[0] == 'p' ? writer.writeProject(project.get(), stream)
-                                            : writer.writeMetaData(stream);
-        gFNFileSystem->closeStream(stream);
-        if (!written)
-            return 1;
-    }
-    const std::string command = "cd '" + tree + "' && zip -r -q '" + scratch + "/peer.zip' .";
-    start = std::chrono::steady_clock::now();
-    if (std::system(command.c_str()) != 0) {
-        std::fprintf(stderr, "zip failed (is it installed?)\n");
+    if (!stageTree(project.get(), tree))
         return 1;
-    }
-    const double peer = secondsSince(start);
-    std::printf("writePackage, %ld MiB in %d files: %.2f s; zip -r -q of the staged tree: "
-                "%.2f s; ratio %.2f\n",
-                mediaMiB, kMediaFiles, ours, peer, ours / peer);
 
+    const std::string ours = scratch + "/ours.corvelle";
+    const std::string peer = scratch + "/peer.zip";
+    const std::string command = "cd '" + tree + "' && zip -r -q '" + peer + "' .";
+    std::vector<double> oursSeconds, peerSeconds;
+    for (int round = 0; round < rounds; ++round)
+        for (int side = 0; side < 2; ++side) {
+            // Alternate which side goes first, so that neither always finds the cache warmer.
+            if ((side == 0) == (round % 2 == 0)) {
+                std::remove(ours.c_str());
+                const double start = ReadBench::now();
+                if (!writeProjectPackage(package.get(), utf16(ours).c_str())) {
+                    std::fprintf(stderr, "writePackage failed\n");
+                    return 1;
+                }
+                oursSeconds.push_back(ReadBench::secondsSince(start));
+            } else {
+                std::remove(peer.c_str());
+                const ReadBench::Run run = ReadBench::runCommand(command);
+                if (!run.ok) {
+                    std::fprintf(stderr, "zip failed (is it installed?)\n");
+                    return 1;
+                }
+                peerSeconds.push_back(run.seconds);
+            }
+        }
+    std::printf("%ld MiB of media in %d files\n", mediaMiB, kMediaFiles);
+    ReadBench::printFigure("writePackage / zip -r -q of the staged tree",
+                           ReadBench::median(oursSeconds), ReadBench::median(peerSeconds), "s",
+                           1.0);
+    std::printf("    runs, writePackage:%s\n    runs, zip:%s\n",
+                ReadBench::listed(oursSeconds).c_str(), ReadBench::listed(peerSeconds).c_str());
+
+    CvXmlWriter writer(String(tree.c_str()));
     double previous = 0.0;
     for (long notes : {125000L, 250000L, 500000L}) {
         auto big = projectWithNotes(notes);
         const std::string path = scratch + "/notes.xml";
         FStream* stream =
             gFNFileSystem->createStream(FUrl(String(path.c_str()), false), FStream::kWrite);
-        start = std::chrono::steady_clock::now();
+        const double start = ReadBench::now();
         const bool written = writer.writeProject(big.get(), stream);
-        const double seconds = secondsSince(start);
+        const double seconds = ReadBench::secondsSince(start);
         gFNFileSystem->closeStream(stream);
         if (!written)
             return 1;
@@ -150,12 +157,10 @@ int run(long mediaMiB, const std::string& scratch) {
 } // namespace Halvorn
 
 int main(int argc, char** argv) {
-    const long mediaMiB = argc > 1 ? std::atol(argv[1]) : 200;
-    try {
-        const CorvelleSupport::ScratchFolder scratch;
-        return Halvorn::run(mediaMiB > 0 ? mediaMiB : 200, scratch.path());
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "corvelle_package_writer_bench: %s\n", error.what());
-        return 1;
-    }
+    const int rounds = argc > 1 && std::atoi(argv[1]) > 0 ? std::atoi(argv[1]) : 3;
+    const long mediaMiB = argc > 2 && std::atol(argv[2]) > 0 ? std::atol(argv[2]) : 200;
+    return ReadBench::runWithScratchFolder("corvelle-package-writer-bench",
+                                           [&](const std::string& scratch) {
+                                               return Halvorn::run(rounds, mediaMiB, scratch);
+                                           });
 }

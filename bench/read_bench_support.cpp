@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -144,6 +145,12 @@ double now() {
 }
 
 double secondsSince(double start) { return now() - start; }
+
+double processorNow() {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
+}
 
 double median(std::vector<double> values) {
     if (values.empty())

@@ -34,6 +34,8 @@ Run runCommand(const std::string& command);
 
 double secondsSince(double start);
 double now();
+// Processor seconds of the calling process, which a busy machine disturbs less than the clock.
+double processorNow();
 
 double median(std::vector<double> values);
 

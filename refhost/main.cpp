@@ -3,6 +3,7 @@
 #include "filterrunner.h"
 #include "pluginrunner.h"
 #include "showtree.h"
+#include "support/parseerror.h"
 #include "workstation.h"
 
 #include <CLI/CLI.hpp>
@@ -36,6 +37,10 @@ int main(int argc, char** argv) {
                  "module as a host does"};
     app.require_subcommand(1);
     std::string module = CORVELLE_DEFAULT_MODULE;
+    app.set_version_flag(
+        "--version", [&module] { return versionLine(module); },
+        "Print the version and the module's class row version, and exit");
+    app.footer("Exit codes: 0 success, 1 the work failed, 2 usage error.\n");
 
     std::string session;
     CLI::App* showCommand =
@@ -76,7 +81,7 @@ int main(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error);
+        return CorvelleSupport::answerParseError(app, error, "corvelle-host");
     }
     try {
         if (*showCommand)

@@ -3,11 +3,14 @@
 #include "corvelle/factory.h"
 #include "corvelle/filter.h"
 #include "corvelle/ptr.h"
+#include "corvelle/version.h"
 #include "moduleloader.h"
+#include "support/classversion.h"
 #include "text.h"
 #include "workstation.h"
 
 #include <cstring>
+#include <sstream>
 #include <string>
 
 namespace Halvorn {
@@ -125,6 +128,23 @@ int runPlugin(const std::string& modulePath, std::ostream& out, std::ostream& er
         return 1;
     }
     return 0;
+}
+
+std::string versionLine(const std::string& modulePath) {
+    std::ostringstream ignored; // the line itself says when the module can't be loaded
+    std::string version = "unknown: can't load " + modulePath;
+    LoadedModule module;
+    if (module.open(modulePath, ignored)) {
+        {
+            // Let go of the factory before the module closes.
+            const auto factory = IPtr<IPluginFactory>::adopt(module.factory());
+            const std::string row = factory ? CorvelleSupport::classRowVersion(*factory) : "";
+            version = row.empty() ? "unknown" : row;
+        }
+        module.finish();
+    }
+    return std::string("corvelle-host ") + CORVELLE_VERSION + " (module class version " + version +
+           ")";
 }
 
 } // namespace RefHost

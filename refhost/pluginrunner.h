@@ -13,5 +13,9 @@ namespace RefHost {
 // message on err.
 int runPlugin(const std::string& modulePath, std::ostream& out, std::ostream& err);
 
+// This program's version beside the one the module gives in its class row, or "unknown" and
+// why when the module can't be loaded.
+std::string versionLine(const std::string& modulePath);
+
 } // namespace RefHost
 } // namespace Halvorn

@@ -1,6 +1,7 @@
 // Reading a session file into a workstation. Every fault names its place as a JSON path and
 // leaves nothing loaded.
 #include "faderlaw.h"
+#include "sessionchecks.h"
 #include "text.h"
 #include "workstation.h"
 
@@ -130,6 +131,7 @@ private:
     Workstation& s_;
     std::string base_;
     std::set<const Channel*> taken_;
+    int partDepth_ = 0;
 };
 
 std::string Loader::resolve(const std::string& path) const {
@@ -203,6 +205,8 @@ void Loader::loadMedia(const json& root) {
         std::string kind = text(entry, "kind", where, "audio");
         std::string pathText = required(entry, "path", where);
         std::string path = resolve(pathText);
+        if (!isRegularFile(path))
+            fail(at(where, "path"), "'" + path + "' is missing or not a regular file");
         IPtr<MediaFile> file;
         if (kind == "audio") {
             auto clip = s_.ledger.make<AudioClip>();
@@ -371,6 +375,8 @@ void Loader::routeChannel(const json& entry, const std::string& where) {
         Channel* target = s_.mixer->channel(output);
         if (!target)
             fail(at(where, "output"), "no channel has the id '" + output + "'");
+        if (target == channel)
+            fail(at(where, "output"), "a channel can't be routed to itself");
         if (channel->setDestination(target) != kResultOk)
             fail(at(where, "output"), "the channel can't be routed to '" + output + "'");
     }
@@ -388,6 +394,8 @@ void Loader::routeChannel(const json& entry, const std::string& where) {
         Channel* target = s_.mixer->channel(to);
         if (!target)
             fail(at(place, "to"), "no channel has the id '" + to + "'");
+        if (target == channel)
+            fail(at(place, "to"), "a channel can't send to itself");
         if (send->setDestination(target) != kResultOk)
             fail(at(place, "to"), "a send goes to an FX or group channel only");
     }
@@ -460,14 +468,18 @@ IPtr<TimelineNode> Loader::loadItem(const json& entry, const std::string& where)
         event->warped = flag(entry, "warped", where, false);
         node = IPtr<TimelineNode>(event.get());
     } else if (kind == "audioPart") {
+        if (partDepth_ >= kDeepestPart)
+            fail(where, "parts nest too deep");
         node = IPtr<TimelineNode>(l.make<AudioPart>().get());
         const json& events = list(entry, "events", where);
+        ++partDepth_;
         for (size_t i = 0; i < events.size(); ++i) {
             IPtr<TimelineNode> child = loadItem(events[i], at(at(where, "events"), i));
             if (!node->accepts(*child))
                 fail(at(at(where, "events"), i), "an audio part holds audio events only");
             node->append(child);
         }
+        --partDepth_;
     } else if (kind == "midiPart") {
         node = IPtr<TimelineNode>(l.make<MidiPart>().get());
         const json& notes = list(entry, "notes", where);
@@ -519,9 +531,11 @@ void Loader::loadLanes(Track& track, const json& entry, const std::string& where
             fail(at(place, "path"),
                  "nothing below the track's channel has the path '" + path + "'");
         std::string name = required(row, "parameter", place);
+        uint32 number = 0;
+        if (name[0] == '#' && !parseParameterNumber(name, number))
+            fail(at(place, "parameter"), "expected '#' and a parameter number, not '" + name + "'");
         Parameter* parameter = name[0] == '#' && dynamic_cast<Plugin*>(owner)
-                                   ? static_cast<Plugin*>(owner)->own(
-                                         uint32(std::strtoul(name.c_str() + 1, nullptr, 10)))
+                                   ? static_cast<Plugin*>(owner)->own(number)
                                    : owner->param(name);
         if (!parameter)
             fail(at(place, "parameter"), "'" + path + "' has no parameter '" + name + "'");
@@ -673,8 +687,9 @@ std::unique_ptr<Workstation> Workstation::load(const std::string& path, std::str
     json session;
     try {
         session = json::parse(in);
-    } catch (const json::parse_error& fault) {
-        error = path + ": not JSON (" + fault.what() + ")";
+    } catch (const json::exception& fault) {
+        // A number that JSON allows but a double can't hold (1e999) is no parse_error.
+        error = path + ": $: not JSON (" + fault.what() + ")";
         return nullptr;
     }
     // Relative paths in the file are taken from its folder, made absolute so that what a

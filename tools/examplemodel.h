@@ -14,8 +14,8 @@ namespace CorvelleTool {
 // track. One reference, the caller's.
 Halvorn::IPtr<Halvorn::IMediaProjectPackage> makeExamplePackage();
 
-// corvelle new: writes the example to a package at out. 0 on success; otherwise one line on
-// stderr and 2.
+// corvelle new: writes the example to a package at out. kExitSuccess, or one line on stderr
+// and kExitFailed.
 int writeExamplePackage(const std::string& out);
 
 } // namespace CorvelleTool

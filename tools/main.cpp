@@ -1,97 +1,52 @@
-// corvelle: reads, repacks and makes project packages through the library's host-free door.
-#include "corvelle/mediaproject.h"
-#include "corvelle/package.h"
+// corvelle: reads, lists, checks, repacks and makes project packages through the library's
+// host-free door.
+#include "conventions.h"
+#include "corvelle/factory.h"
+#include "corvelle/ptr.h"
+#include "corvelle/version.h"
 #include "examplemodel.h"
-#include "modelwalk.h"
-#include "outline.h"
-#include "packagereading.h"
+#include "interruption.h"
+#include "listing.h"
+#include "projectcommands.h"
 #include "repack.h"
+#include "support/classversion.h"
+#include "support/parseerror.h"
 
 #include <CLI/CLI.hpp>
 
-#include <cstdio>
 #include <exception>
-#include <filesystem>
 #include <iostream>
 
 namespace {
 
 using namespace CorvelleTool;
-using Halvorn::IMediaProject;
-using Halvorn::IMediaProjectPackage;
-using Halvorn::IPtr;
 
-constexpr int kCannotRead = 1;
-
-// The project of a package read, or null after the one error line. The library tells no
-// reason, so the line tells the likely one.
-IMediaProject* projectOf(const IPtr<IMediaProjectPackage>& package, const std::string& path) {
-    IMediaProject* project = package ? package->getProject() : nullptr;
-    if (!project) {
-        std::error_code error;
-        const char* reason = std::filesystem::is_regular_file(path, error)
-                                 ? "not a zip archive with a readable project.xml"
-                                 : "no such file";
-        std::cerr << "corvelle: cannot read package '" << path << "': " << reason << "\n";
+// This program's version beside the one the linked module gives in its class row.
+std::string versionLine() {
+    std::string moduleVersion = "unknown";
+    InitDll();
+    if (auto factory = Halvorn::IPtr<Halvorn::IPluginFactory>::adopt(GetPluginFactory())) {
+        const std::string row = CorvelleSupport::classRowVersion(*factory);
+        if (!row.empty())
+            moduleVersion = row;
     }
-    return project;
+    ExitDll();
+    return std::string("corvelle ") + CORVELLE_VERSION + " (module class version " + moduleVersion +
+           ")";
 }
 
-int info(const std::string& path) {
-    const auto package = readPackage(path, {});
-    IMediaProject* project = projectOf(package, path);
-    if (!project)
-        return kCannotRead;
-    const ModelDump dump = walkProject(*project);
-    const auto& tree = dump.tree;
-    const ModelSummary& s = dump.summary;
-    std::cout << "Application:       " << tree["application"]["name"].get<std::string>() << " "
-              << tree["application"]["version"].get<std::string>() << "\n";
-    if (tree.contains("tempo"))
-        std::cout << "Tempo:             " << tree["tempo"]["value"].get<double>() << " bpm\n";
-    if (tree.contains("signature"))
-        std::cout << "Signature:         " << tree["signature"]["numerator"].dump() << "/"
-                  << tree["signature"]["denominator"].dump() << "\n";
-    std::cout << "Tracks:            " << s.tracks << "\n"
-              << "Clips:             " << s.clips << "\n"
-              << "Events:            " << s.events << "\n"
-              << "Channels:          " << s.channels << "\n"
-              << "Devices:           " << s.devices << "\n"
-              << "Automation points: " << s.automationPoints << "\n"
-              << "Media files:       " << s.mediaFiles.size() << "\n";
-    return 0;
-}
+struct Arguments {
+    std::string package;
+    std::string folder;
+    std::string output;
+    bool json = false;
+};
 
-int dump(const std::string& path, bool json) {
-    const auto package = readPackage(path, {});
-    IMediaProject* project = projectOf(package, path);
-    if (!project)
-        return kCannotRead;
-    const ModelDump dump = walkProject(*project);
-    if (json)
-        std::cout << dump.tree.dump(2) << "\n";
-    else
-        std::cout << renderOutline(dump.tree);
-    return 0;
-}
-
-int extract(const std::string& path, const std::string& folder) {
-    const auto package = readPackage(path, folder);
-    IMediaProject* project = projectOf(package, path);
-    if (!project)
-        return kCannotRead;
-    // After the read every medium that was found lies below the folder; the others keep the
-    // path the document gave them.
-    const ModelDump dump = walkProject(*project);
-    size_t copied = 0;
-    for (const std::string& file : dump.summary.mediaFiles) {
-        const bool inFolder = file.compare(0, folder.size() + 1, folder + "/") == 0;
-        copied += inFolder ? 1 : 0;
-        std::cout << (inFolder ? "" : "missing: ") << file << "\n";
-    }
-    std::cout << copied << " of " << dump.summary.mediaFiles.size() << " media files in " << folder
-              << "\n";
-    return 0;
+CLI::App* addPackageCommand(CLI::App& app, const char* name, const char* description,
+                            Arguments& arguments) {
+    CLI::App* command = app.add_subcommand(name, description);
+    command->add_option("PKG", arguments.package, "The package file")->required();
+    return command;
 }
 
 } // namespace
@@ -100,49 +55,78 @@ int main(int argc, char** argv) {
     CLI::App app{"Reads and writes Corvelle project packages (.corvelle) without a host.",
                  "corvelle"};
     app.require_subcommand(1);
+    app.footer(kExitCodesHelp);
+    app.set_version_flag("--version", versionLine, "Print the version and exit");
 
-    std::string package;
-    std::string folder;
-    bool json = false;
-    CLI::App* infoCommand = app.add_subcommand(
-        "info", "Print a short summary: application, tempo, signature and what the project holds");
-    infoCommand->add_option("PKG", package, "The package file")->required();
-    CLI::App* dumpCommand = app.add_subcommand("dump", "Print the whole project model tree");
-    dumpCommand->add_option("PKG", package, "The package file")->required();
-    dumpCommand->add_flag("--json", json, "Print the tree as JSON");
-    CLI::App* extractCommand = app.add_subcommand(
-        "extract", "Read a package and copy its media to DIR/Audio, DIR/Video, DIR/Preset and "
-                   "DIR/Midi");
-    extractCommand->add_option("PKG", package, "The package file")->required();
-    extractCommand->add_option("DIR", folder, "The folder that receives the media")->required();
+    Arguments args;
+    CLI::App* infoCommand = addPackageCommand(
+        app, "info",
+        "Print a short summary: application, tempo, signature and what the project "
+        "holds",
+        args);
+    infoCommand->add_flag("--json", args.json, "Print the summary as JSON");
+    CLI::App* dumpCommand =
+        addPackageCommand(app, "dump", "Print the whole project model tree", args);
+    dumpCommand->add_flag("--json", args.json, "Print the tree as JSON");
+    CLI::App* lsCommand = addPackageCommand(
+        app, "ls", "List the archive's entries with their sizes, like unzip -l", args);
+    lsCommand->add_flag("--json", args.json, "Print the list as JSON");
+    CLI::App* extractCommand = addPackageCommand(
+        app, "extract",
+        "Read a package and copy its media to DIR/Audio, DIR/Video, DIR/Preset "
+        "and DIR/Midi; exit 3 when a media file could not be placed or the read refused one",
+        args);
+    extractCommand->add_option("DIR", args.folder, "The folder that receives the media")
+        ->required();
 
-    std::string output;
+    CLI::App* checkCommand = addPackageCommand(
+        app, "check",
+        "Read a package with its media into a temporary folder and list every path, entry or "
+        "copy that was refused or failed; exit 3 when there is one",
+        args);
+
     CLI::App* repackCommand = app.add_subcommand(
-        "repack", "Read a package and write it again as a package of this library's own form");
-    repackCommand->add_option("IN", package, "The package to read")->required();
-    repackCommand->add_option("OUT", output, "The package to write; replaced when it exists")
+        "repack", "Read a package and write it again as a package of this library's own form; "
+                  "exit 3 when a media file could not be carried over");
+    repackCommand->add_option("IN", args.package, "The package to read")->required();
+    repackCommand->add_option("OUT", args.output, "The package to write; replaced when it exists")
         ->required();
 
     CLI::App* newCommand =
         app.add_subcommand("new", "Write a small example project, built in code, as a package");
-    newCommand->add_option("OUT", output, "The package to write; replaced when it exists")
+    newCommand->add_option("OUT", args.output, "The package to write; replaced when it exists")
         ->required();
 
-    CLI11_PARSE(app, argc, argv);
     try {
-        if (*infoCommand)
-            return info(package);
-        if (*dumpCommand)
-            return dump(package, json);
-        if (*repackCommand)
-            return repack(package, output);
-        if (*newCommand)
-            return writeExamplePackage(output);
-        while (folder.size() > 1 && folder.back() == '/')
-            folder.pop_back();
-        return extract(package, folder);
-    } catch (const std::exception& error) {
-        std::cerr << "corvelle: " << error.what() << "\n";
-        return kCannotRead;
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return CorvelleSupport::answerParseError(app, error, "corvelle");
     }
+    while (args.folder.size() > 1 && args.folder.back() == '/')
+        args.folder.pop_back();
+    Leftovers leftovers;
+    if (!args.output.empty())
+        leftovers.targets.push_back(args.output);
+    if (!args.folder.empty())
+        leftovers.mediaFolders.push_back(args.folder);
+    return runRemovingLeftovers(leftovers, [&]() {
+        try {
+            if (*infoCommand)
+                return info(args.package, args.json);
+            if (*dumpCommand)
+                return dump(args.package, args.json);
+            if (*lsCommand)
+                return listEntries(args.package, args.json);
+            if (*checkCommand)
+                return check(args.package);
+            if (*repackCommand)
+                return repack(args.package, args.output);
+            if (*newCommand)
+                return writeExamplePackage(args.output);
+            return extract(args.package, args.folder);
+        } catch (const std::exception& error) {
+            std::cerr << "corvelle: " << error.what() << "\n";
+            return kExitFailed;
+        }
+    });
 }

@@ -1,21 +1,25 @@
 // The tool's client and the read and write calls of the package door.
 #include "packagereading.h"
-#include "support/utf.h"
+
+#include "conventions.h"
+#include "corvelle/utf8.h"
 
 #include <atomic>
 #include <iostream>
 
 namespace CorvelleTool {
 
-using CorvelleSupport::toUtf16;
+using Halvorn::toUtf16;
+using Halvorn::toUtf8;
 namespace {
 
 using namespace Halvorn;
 
-// Lives on the stack for the one read; the package code only borrows it.
-class FolderClient : public IMediaPackageManagerClient {
+// Lives on the stack for the one read; the package code only borrows it. It also takes the
+// read's report of what was refused or failed.
+class FolderClient : public IMediaPackageManagerClient, public IMediaPackageReadReport {
 public:
-    explicit FolderClient(const std::string& base) {
+    FolderClient(const std::string& base, std::vector<ReadCase>& cases) : cases_(cases) {
         if (base.empty())
             return;
         audio_ = toUtf16(base + "/Audio");
@@ -30,6 +34,11 @@ public:
         if (iid == FUnknown::iid || iid == IMediaPackageManagerClient::iid) {
             addRef();
             *object = static_cast<IMediaPackageManagerClient*>(this);
+            return kResultOk;
+        }
+        if (iid == IMediaPackageReadReport::iid) {
+            addRef();
+            *object = static_cast<IMediaPackageReadReport*>(this);
             return kResultOk;
         }
         *object = nullptr;
@@ -47,20 +56,70 @@ public:
         return folder && !folder->empty() ? folder->c_str() : nullptr;
     }
 
+    tresult report(int32 what, const char16* subject) override {
+        cases_.push_back({what, subject ? toUtf8(subject) : std::string()});
+        return kResultOk;
+    }
+
 private:
+    std::vector<ReadCase>& cases_;
     std::u16string audio_, video_, preset_, midi_;
     std::atomic<uint32> count_{1};
 };
 
 } // namespace
 
-IPtr<IMediaProjectPackage> readPackage(const std::string& path, const std::string& mediaFolder) {
+IPtr<IMediaProjectPackage> readPackage(const std::string& path, const std::string& mediaFolder,
+                                       std::vector<ReadCase>& cases) {
     const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
     if (!manager)
         return {};
-    FolderClient client(mediaFolder);
+    FolderClient client(mediaFolder, cases);
     const std::u16string path16 = toUtf16(path);
     return IPtr<IMediaProjectPackage>::adopt(manager->readPackage(path16.c_str(), &client));
+}
+
+std::string describe(const ReadCase& readCase) {
+    const char* text = "unknown case";
+    switch (readCase.what) {
+    case kReadRefusedPath:
+        text = "refused media path leading out of the package";
+        break;
+    case kReadRefusedExternal:
+        text = "refused external file that is no media file";
+        break;
+    case kReadCopyFailed:
+        text = "medium could not be copied whole";
+        break;
+    case kReadSkippedEntry:
+        text = "skipped entry: encrypted or of an unsupported compression method";
+        break;
+    case kReadOverlappingEntry:
+        text = "skipped entry whose data overlap another's";
+        break;
+    case kReadInflationLimit:
+        text = "extraction stopped: it would inflate beyond the bound for the package's size";
+        break;
+    case kReadExtractionFailed:
+        text = "extraction stopped: a write into the temporary folder failed";
+        break;
+    case kReadDocumentTooLarge:
+        text = "document refused: it holds a tag or a text over 64 MiB";
+        break;
+    }
+    return std::string(text) + ": " + readCase.subject;
+}
+
+void reportCases(const std::vector<ReadCase>& cases) {
+    for (const ReadCase& readCase : cases)
+        std::cerr << "corvelle: " << describe(readCase) << "\n";
+}
+
+bool lostMedium(const std::vector<ReadCase>& cases) {
+    for (const ReadCase& readCase : cases)
+        if (readCase.what == kReadCopyFailed)
+            return true;
+    return false;
 }
 
 int writePackageFile(IMediaProjectPackage* package, const std::string& path) {
@@ -68,9 +127,9 @@ int writePackageFile(IMediaProjectPackage* package, const std::string& path) {
     if (!manager || !manager->writePackage(package, toUtf16(path).c_str())) {
         std::cerr << "corvelle: cannot write package '" << path
                   << "': its folder must exist and be writable\n";
-        return 2;
+        return kExitFailed;
     }
-    return 0;
+    return kExitSuccess;
 }
 
 } // namespace CorvelleTool

@@ -1,7 +1,10 @@
 // corvelle repack: read a package and write it again, through the host-free door alone.
 #include "repack.h"
 
+#include "conventions.h"
 #include "corvelle/package.h"
+#include "mediaplacement.h"
+#include "modelwalk.h"
 #include "packagereading.h"
 
 #include <cstdlib>
@@ -44,14 +47,26 @@ int repack(const std::string& in, const std::string& out) {
     MediaFolder media;
     if (media.path().empty()) {
         std::cerr << "corvelle: cannot make a temporary folder for the media\n";
-        return 1;
+        return kExitFailed;
     }
-    const auto package = readPackage(in, media.path());
-    if (!package || !package->getProject()) {
+    std::vector<ReadCase> cases;
+    const auto package = readPackage(in, media.path(), cases);
+    reportCases(cases);
+    IMediaProject* project = package ? package->getProject() : nullptr;
+    if (!project) {
         std::cerr << "corvelle: cannot read package '" << in << "'\n";
-        return 1;
+        return kExitFailed;
     }
-    return writePackageFile(package.get(), out);
+    // A medium that was there but didn't arrive would be missing from the new package.
+    if (lostMedium(cases))
+        return kExitFailed;
+    // A medium the read could not place keeps the document's path, which the write can't find.
+    const auto unplaced = unplacedMedia(walkProject(*project).summary.mediaFiles, media.path());
+    const int written = writePackageFile(package.get(), out);
+    if (written != kExitSuccess)
+        return written;
+    return warnUnplaced(unplaced, in) == kExitSuccess && cases.empty() ? kExitSuccess
+                                                                       : kExitWarnings;
 }
 
 } // namespace CorvelleTool

@@ -6,9 +6,10 @@
 namespace CorvelleTool {
 
 // Reads the package at in, with its media in a temporary folder of its own, and writes the
-// project to a package at out. 0 on success; otherwise one line on stderr and 1 when in can't
-// be read, 2 when out can't be written. An existing file at out is replaced only by a whole
-// package.
+// project to a package at out. kExitSuccess; kExitWarnings, after the write, when a media file
+// could not be placed or a path or entry was refused, each said on stderr; otherwise a line on
+// stderr and kExitFailed, also when a medium that was there could not be copied whole, as the
+// new package would lack it. An existing file at out is replaced only by a whole package.
 int repack(const std::string& in, const std::string& out);
 
 } // namespace CorvelleTool

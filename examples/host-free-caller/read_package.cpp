@@ -4,7 +4,7 @@
 //
 // Prints the application, the tempo and each track with its clip count; the package's audio
 // lands in MEDIA_FOLDER/Audio, its plug-in states in MEDIA_FOLDER/Preset.
-#include "corvelle/corvelle.h"
+#include "corvelle/corvelle.h" // every published header, the UTF-8 helpers among them
 
 #include <cstdio>
 #include <string>
@@ -13,23 +13,12 @@ using namespace Halvorn;
 
 namespace {
 
-std::u16string widen(const std::string& text) {
-    return std::u16string(text.begin(), text.end()); // ASCII is enough for an example
-}
-
-std::string narrow(const char16* text) {
-    std::string out;
-    for (; text && *text; ++text)
-        out += *text < 0x80 ? char(*text) : '?';
-    return out;
-}
-
 // The client names one folder per file type. It lives on the stack for the read, so its
 // reference count is a formality.
 class Client : public IMediaPackageManagerClient {
 public:
     explicit Client(const std::string& folder)
-        : audio_(widen(folder + "/Audio")), presets_(widen(folder + "/Preset")) {}
+        : audio_(toUtf16(folder + "/Audio")), presets_(toUtf16(folder + "/Preset")) {}
 
     tresult queryInterface(const FUID&, void** object) override {
         *object = nullptr;
@@ -40,9 +29,12 @@ public:
 
     const char16* getPathForFileType(int32 type) override {
         switch (type) {
-        case 1: return presets_.c_str(); // plug-in states
-        case 2: return audio_.c_str();   // audio
-        default: return nullptr;         // video and MIDI aren't wanted here
+        case 1:
+            return presets_.c_str(); // plug-in states
+        case 2:
+            return audio_.c_str(); // audio
+        default:
+            return nullptr; // video and MIDI aren't wanted here
         }
     }
 
@@ -60,21 +52,21 @@ int main(int argc, char** argv) {
     }
     auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
     Client client(argv[2]);
-    auto package = manager
-        ? IPtr<IMediaProjectPackage>::adopt(manager->readPackage(widen(argv[1]).c_str(), &client))
-        : IPtr<IMediaProjectPackage>();
+    auto package = manager ? IPtr<IMediaProjectPackage>::adopt(
+                                 manager->readPackage(toUtf16(argv[1]).c_str(), &client))
+                           : IPtr<IMediaProjectPackage>();
     if (!package) {
         std::fprintf(stderr, "read_package: cannot read %s\n", argv[1]);
         return 1;
     }
     IMediaProject* project = package->getProject(); // borrowed from the package
     IMediaParameter* tempo = project->getTempo();
-    std::printf("%s %s, %.2f bpm\n", narrow(project->getApplicationName()).c_str(),
-                narrow(project->getApplicationVersion()).c_str(), tempo ? tempo->getValue() : 0.0);
+    std::printf("%s %s, %.2f bpm\n", toUtf8(project->getApplicationName()).c_str(),
+                toUtf8(project->getApplicationVersion()).c_str(), tempo ? tempo->getValue() : 0.0);
     for (uint32 i = 0; i < project->getTrackCount(); ++i) {
         IMediaTrack* track = project->getTrack(i);
         auto object = queryInterface<IMediaObject>(track);
-        std::printf("  %s: %u clips\n", object ? narrow(object->getName()).c_str() : "?",
+        std::printf("  %s: %u clips\n", object ? toUtf8(object->getName()).c_str() : "?",
                     track->getClipCount());
     }
     return 0;

@@ -16,3 +16,5 @@
 #include "corvelle/package.h"
 #include "corvelle/ptr.h"
 #include "corvelle/stream.h"
+#include "corvelle/utf8.h"
+#include "corvelle/version.h"

@@ -20,9 +20,9 @@ struct IMediaProjectPackage : FUnknown {
     static constexpr FUID iid = FUID::make(0x106C2ACE, 0x1EC6, 0x4625, 0xBD3B, 0x5358820B2F67);
 };
 
-// Implemented by the caller: where the media files of a package shall end up. Only
-// getPathForFileType and the reference counting are called, and the client is borrowed for the
-// time of one readPackage.
+// Implemented by the caller: where the media files of a package shall end up. Besides
+// getPathForFileType and the reference counting, only queryInterface for
+// IMediaPackageReadReport is called, and the client is borrowed for the time of one readPackage.
 struct IMediaPackageManagerClient : FUnknown {
     // The target folder for a file type (1 preset, 2 audio, 3 MIDI, 4 video) as zero-terminated
     // UTF-16, or null when files of that type aren't wanted. Read at once and never kept.
@@ -31,11 +31,49 @@ struct IMediaPackageManagerClient : FUnknown {
     static constexpr FUID iid = FUID::make(0x7CD4D09A, 0x81F3, 0x4904, 0xAA00, 0x3D312129D856);
 };
 
+// What a read refused or could not do, as told to an IMediaPackageReadReport.
+enum PackageReadCase : int32 {
+    // A package-relative media path that is absolute, climbs with "..", or leads out through a
+    // link; the file stays a missing medium.
+    kReadRefusedPath = 1,
+    // An external media path that isn't absolute, isn't a regular file, has a component
+    // beginning with ".", or lacks its file type's media extension; it stays uncopied.
+    kReadRefusedExternal = 2,
+    // A medium that exists but couldn't be copied whole into the client's folder (a full disk,
+    // an I/O error); the copy is removed and the file keeps the document's path.
+    kReadCopyFailed = 3,
+    // An archive entry compressed with a method other than stored or deflated, or encrypted;
+    // skipped as if absent.
+    kReadSkippedEntry = 4,
+    // An archive entry whose data overlap another entry's; skipped.
+    kReadOverlappingEntry = 5,
+    // The extraction wrote more than the package's size can account for; the read fails.
+    kReadInflationLimit = 6,
+    // A write into the temporary folder failed (a full disk, an I/O error); the read fails.
+    kReadExtractionFailed = 7,
+    // project.xml holds a single token (a tag with its attributes) or a text over 64 MiB; the
+    // read fails.
+    kReadDocumentTooLarge = 8,
+};
+
+// Optional, implemented by a client beside IMediaPackageManagerClient: readPackage asks the
+// client for it once with queryInterface and tells it every case it meets. Borrowed for the
+// time of the read.
+struct IMediaPackageReadReport : FUnknown {
+    // what is a PackageReadCase; subject the path or entry name concerned, zero-terminated
+    // UTF-16, valid during the call only. The result is ignored.
+    virtual tresult report(int32 what, const char16* subject) = 0;
+
+    static constexpr FUID iid = FUID::make(0xD8079F40, 0xFED9, 0x413E, 0xBC1B, 0x237A6CE05F7A);
+};
+
 // Turns package files into project models and back. Holds no state between calls; every call
 // runs to its end on the caller's thread.
 struct IMediaPackageManager : FUnknown {
     // Reads the package file at path (UTF-16, "/" or "\" separators). One reference, the
-    // caller releases; null when no project could be read.
+    // caller releases; null when no project could be read, and also when the extraction failed
+    // to write or passed its bound (see PackageReadCase). When the client wants no file type at
+    // all, only project.xml is extracted.
     virtual IMediaProjectPackage* readPackage(const char16* path,
                                               IMediaPackageManagerClient* client) = 0;
     // Writes the package's project to a package file at path, replacing a file there.

@@ -7,6 +7,8 @@
 #include "documents/cvtables.h"
 #include "model/cvproject.h"
 
+#include <new>
+
 namespace Halvorn {
 
 using namespace CvSchema;
@@ -26,7 +28,7 @@ struct PendingPoint {
 };
 
 // Puts a timeline event at its time in the clip, with the element's colour when it has one.
-void placeEvent(CvClip* clip, CvEvent* event, const CvNode* element, double time) {
+void placeEvent(CvClip* clip, CvEvent* event, const CvXmlElement& element, double time) {
     event->setStart(time);
     CvColor color = readColor(element);
     if (color.isValid())
@@ -52,47 +54,52 @@ uint32 eventTypeOfContent(uint32 contentType) {
 
 } // namespace
 
-void CvArrangementReader::read(const CvNode* arrangement) {
-    for (CvNode* outer : arrangement->getChildrenByName(text(Element::kLanes))) {
+void CvArrangementReader::read(const CvXmlElement& arrangement) {
+    // Every track is read by now, and lanes look them up by id: index them once, in the
+    // order in which the project's own look-up would find them.
+    for (CvTrack* track : project->getAllTracks())
+        if (!tracks.add(track))
+            throw std::bad_alloc();
+    for (const CvXmlElement& outer : arrangement.getChildrenByName(Element::kLanes)) {
         bool outerSeconds = readSeconds(outer, Attribute::kTimeUnit, true);
-        for (CvNode* lane : outer->getChildrenByName(text(Element::kLanes)))
+        for (const CvXmlElement& lane : outer.getChildrenByName(Element::kLanes))
             readLane(lane, outerSeconds);
     }
-    for (CvNode* markers : arrangement->getChildrenByName(text(Element::kMarkers)))
+    for (const CvXmlElement& markers : arrangement.getChildrenByName(Element::kMarkers))
         readMarkers(markers);
-    if (CvNode* tempo = arrangement->findChild(text(Element::kTempoAutomation)))
+    if (const CvXmlElement tempo = arrangement.findChild(Element::kTempoAutomation))
         readTempoAutomation(tempo);
-    if (CvNode* signature = arrangement->findChild(text(Element::kTimeSignatureAutomation)))
+    if (const CvXmlElement signature = arrangement.findChild(Element::kTimeSignatureAutomation))
         readSignatureAutomation(signature);
 }
 
 // A Clips with a time unit sets it for itself, for the Clips behind it and for the lane's Points.
-void CvArrangementReader::readLane(const CvNode* lane, bool outerSeconds) {
+void CvArrangementReader::readLane(const CvXmlElement& lane, bool outerSeconds) {
     bool laneSeconds = readSeconds(lane, Attribute::kTimeUnit, outerSeconds);
-    CvTrack* laneTrack = project->findTrack(readText(lane, Attribute::kTrack, String()));
-    for (CvNode* clips : lane->getChildrenByName(text(Element::kClips))) {
+    CvTrack* laneTrack = tracks.find(readText(lane, Attribute::kTrack, String()));
+    for (const CvXmlElement& clips : lane.getChildrenByName(Element::kClips)) {
         CvTrack* track = trackFor(clips, laneTrack);
         if (!track)
             continue;
         laneSeconds = readSeconds(clips, Attribute::kTimeUnit, laneSeconds);
-        for (CvNode* clip : clips->getChildrenByName(text(Element::kClip)))
+        for (const CvXmlElement& clip : clips.getChildrenByName(Element::kClip))
             readClip(clip, track, laneSeconds, outerSeconds);
     }
-    for (CvNode* points : lane->getChildrenByName(text(Element::kPoints)))
+    for (const CvXmlElement& points : lane.getChildrenByName(Element::kPoints))
         readPoints(points, laneTrack, laneSeconds);
 }
 
-CvTrack* CvArrangementReader::trackFor(const CvNode* node, CvTrack* laneTrack) const {
-    return laneTrack ? laneTrack : project->findTrack(readText(node, Attribute::kTrack, String()));
+CvTrack* CvArrangementReader::trackFor(const CvXmlElement& node, CvTrack* laneTrack) const {
+    return laneTrack ? laneTrack : tracks.find(readText(node, Attribute::kTrack, String()));
 }
 
-double CvArrangementReader::readTime(const CvNode* node, const char8* key, double defaultValue,
+double CvArrangementReader::readTime(const CvXmlElement& node, const char8* key, double defaultValue,
                                      bool seconds) const {
     double value = readReal(node, key, defaultValue);
     return seconds ? value : timeDomain->beatsToSeconds(value);
 }
 
-void CvArrangementReader::readClip(const CvNode* node, CvTrack* track, bool laneSeconds,
+void CvArrangementReader::readClip(const CvXmlElement& node, CvTrack* track, bool laneSeconds,
                                    bool outerSeconds) const {
     double start = readTime(node, Attribute::kTime, 0.0, laneSeconds);
     double duration = readTime(node, Attribute::kDuration, 0.0, laneSeconds);
@@ -137,23 +144,23 @@ void CvArrangementReader::readClip(const CvNode* node, CvTrack* track, bool lane
 }
 
 // Without inner Clips the clip element itself is the one audio event.
-void CvArrangementReader::readAudioEvents(const CvNode* clipNode, CvClip* clip,
+void CvArrangementReader::readAudioEvents(const CvXmlElement& clipNode, CvClip* clip,
                                           bool laneSeconds) const {
-    CvNode* inner = clipNode->findChild(text(Element::kClips));
+    const CvXmlElement inner = clipNode.findChild(Element::kClips);
     if (!inner) {
         readAudioEvent(clipNode, clip, laneSeconds);
         return;
     }
     bool clipsSeconds = readSeconds(inner, Attribute::kTimeUnit, laneSeconds);
-    for (CvNode* element : inner->getChildrenByName(text(Element::kClip)))
+    for (const CvXmlElement& element : inner.getChildrenByName(Element::kClip))
         readAudioEvent(element, clip, clipsSeconds);
 }
 
 // An element without an Audio, or with an Audio without File, gives no event.
-void CvArrangementReader::readAudioEvent(const CvNode* element, CvClip* clip,
+void CvArrangementReader::readAudioEvent(const CvXmlElement& element, CvClip* clip,
                                          bool clipsSeconds) const {
-    CvNode* audio = element->findDescendant(text(Element::kAudio));
-    CvNode* file = audio ? audio->findChild(text(Element::kFile)) : nullptr;
+    const CvXmlElement audio = element.findDescendant(Element::kAudio);
+    const CvXmlElement file = audio ? audio.findChild(Element::kFile) : CvXmlElement();
     if (!file)
         return;
     auto sampleRate = static_cast<uint32>(readInteger(audio, Attribute::kSampleRate, 44100));
@@ -177,10 +184,10 @@ void CvArrangementReader::readAudioEvent(const CvNode* element, CvClip* clip,
     event->setDuration(duration);
     event->setOffset(playStart);
 
-    if (CvNode* warps = element->findChild(text(Element::kWarps))) {
+    if (const CvXmlElement warps = element.findChild(Element::kWarps)) {
         bool warpContentSeconds = readSeconds(warps, Attribute::kContentTimeUnit, true);
         bool warpSeconds = readSeconds(warps, Attribute::kTimeUnit, clipsSeconds);
-        for (CvNode* warp : warps->getChildrenByName(text(Element::kWarp))) {
+        for (const CvXmlElement& warp : warps.getChildrenByName(Element::kWarp)) {
             double contentTime = readTime(warp, Attribute::kContentTime, 0.0, warpContentSeconds);
             double time = readTime(warp, Attribute::kTime, 0.0, warpSeconds);
             event->addWarpPoint(CvWarpPoint::fromDocument(time, contentTime).get());
@@ -189,10 +196,10 @@ void CvArrangementReader::readAudioEvent(const CvNode* element, CvClip* clip,
     clip->addEvent(event.get());
 }
 
-void CvArrangementReader::readNoteEvents(const CvNode* clipNode, CvClip* clip,
+void CvArrangementReader::readNoteEvents(const CvXmlElement& clipNode, CvClip* clip,
                                          bool laneSeconds) const {
-    for (CvNode* notes : clipNode->getDescendantsByName(text(Element::kNotes))) {
-        for (CvNode* note : notes->getChildrenByName(text(Element::kNote))) {
+    for (const CvXmlElement& notes : clipNode.getDescendantsByName(Element::kNotes)) {
+        for (const CvXmlElement& note : notes.getChildrenByName(Element::kNote)) {
             double start = readTime(note, Attribute::kTime, 0.0, laneSeconds);
             double duration = readTime(note, Attribute::kDuration, 0.0, laneSeconds);
             auto channel = static_cast<uint32>(readInteger(note, Attribute::kChannel, 0));
@@ -207,9 +214,9 @@ void CvArrangementReader::readNoteEvents(const CvNode* clipNode, CvClip* clip,
 }
 
 // Time and format of a video event stay at their defaults: the format doesn't read them.
-void CvArrangementReader::readVideoEvents(const CvNode* clipNode, CvClip* clip) const {
-    CvNode* video = clipNode->findChild(text(Element::kVideo));
-    CvNode* file = video ? video->findChild(text(Element::kFile)) : nullptr;
+void CvArrangementReader::readVideoEvents(const CvXmlElement& clipNode, CvClip* clip) const {
+    const CvXmlElement video = clipNode.findChild(Element::kVideo);
+    const CvXmlElement file = video ? video.findChild(Element::kFile) : CvXmlElement();
     if (!file)
         return;
     bool external = readBoolean(file, Attribute::kExternal, false);
@@ -220,10 +227,10 @@ void CvArrangementReader::readVideoEvents(const CvNode* clipNode, CvClip* clip) 
 }
 
 // Real points come before Boolean points whatever their order in the file; nothing sorts them.
-void CvArrangementReader::readPoints(const CvNode* node, CvTrack* laneTrack,
+void CvArrangementReader::readPoints(const CvXmlElement& node, CvTrack* laneTrack,
                                      bool laneSeconds) const {
     CvTrack* track = trackFor(node, laneTrack);
-    CvNode* target = track ? node->findChild(text(Element::kTarget)) : nullptr;
+    const CvXmlElement target = track ? node.findChild(Element::kTarget) : CvXmlElement();
     if (!target)
         return;
     String parameter = readText(target, Attribute::kParameter, String());
@@ -234,11 +241,11 @@ void CvArrangementReader::readPoints(const CvNode* node, CvTrack* laneTrack,
     automation->setTarget(parameter);
 
     TArray<PendingPoint> points(-1);
-    for (CvNode* element : node->getChildrenByName(text(Element::kRealPoint)))
+    for (const CvXmlElement& element : node.getChildrenByName(Element::kRealPoint))
         points.add(PendingPoint{readId(element), readInterpolation(element),
                                 readReal(element, Attribute::kValue, 0.0),
                                 readReal(element, Attribute::kTime, 0.0)});
-    for (CvNode* element : node->getChildrenByName(text(Element::kBoolPoint)))
+    for (const CvXmlElement& element : node.getChildrenByName(Element::kBoolPoint))
         points.add(PendingPoint{readId(element), kInterpolationHold,
                                 readBoolean(element, Attribute::kValue, true) ? 1.0 : 0.0,
                                 readReal(element, Attribute::kTime, 0.0)});
@@ -252,7 +259,7 @@ void CvArrangementReader::readPoints(const CvNode* node, CvTrack* laneTrack,
     track->addAutomation(automation.get());
 }
 
-CvClip* CvArrangementReader::addTimelineTrack(const CvNode* node, uint32 contentType,
+CvClip* CvArrangementReader::addTimelineTrack(const CvXmlElement& node, uint32 contentType,
                                               const char8* defaultName, uint32 eventType) const {
     IPtr<CvTrack> track = newObject<CvTrack>(contentType, readId(node));
     track->setName(readText(node, Attribute::kName, text(defaultName)));
@@ -265,11 +272,11 @@ CvClip* CvArrangementReader::addTimelineTrack(const CvNode* node, uint32 content
 }
 
 // Marker times are in beats unless the element says seconds.
-void CvArrangementReader::readMarkers(const CvNode* node) const {
+void CvArrangementReader::readMarkers(const CvXmlElement& node) const {
     bool seconds = readSeconds(node, Attribute::kTimeUnit, false);
     CvClip* clip = addTimelineTrack(node, kContentMarkers, Text::kMarkersName, kEventMarker);
     double end = 0.0;
-    for (CvNode* element : node->getChildrenByName(text(Element::kMarker))) {
+    for (const CvXmlElement& element : node.getChildrenByName(Element::kMarker)) {
         double time = readTime(element, Attribute::kTime, 0.0, seconds);
         IPtr<CvMarkerEvent> marker = newObject<CvMarkerEvent>();
         marker->setName(readName(element));
@@ -280,10 +287,10 @@ void CvArrangementReader::readMarkers(const CvNode* node) const {
 }
 
 // Tempo point times are always seconds.
-void CvArrangementReader::readTempoAutomation(const CvNode* node) const {
+void CvArrangementReader::readTempoAutomation(const CvXmlElement& node) const {
     CvClip* clip = addTimelineTrack(node, kContentTempo, Text::kTempoName, kEventTempo);
     double end = 0.0;
-    for (CvNode* element : node->getChildrenByName(text(Element::kRealPoint))) {
+    for (const CvXmlElement& element : node.getChildrenByName(Element::kRealPoint)) {
         double time = readReal(element, Attribute::kTime, 0.0);
         IPtr<CvTempoEvent> event = newObject<CvTempoEvent>();
         event->setTempo(readReal(element, Attribute::kValue, 120.0));
@@ -295,11 +302,11 @@ void CvArrangementReader::readTempoAutomation(const CvNode* node) const {
 }
 
 // Signature point times are in beats unless the element says seconds.
-void CvArrangementReader::readSignatureAutomation(const CvNode* node) const {
+void CvArrangementReader::readSignatureAutomation(const CvXmlElement& node) const {
     bool seconds = readSeconds(node, Attribute::kTimeUnit, false);
     CvClip* clip = addTimelineTrack(node, kContentSignature, Text::kSignatureName, kEventSignature);
     double end = 0.0;
-    for (CvNode* element : node->getChildrenByName(text(Element::kTimeSignaturePoint))) {
+    for (const CvXmlElement& element : node.getChildrenByName(Element::kTimeSignaturePoint)) {
         double time = readTime(element, Attribute::kTime, 0.0, seconds);
         IPtr<CvSignatureEvent> event = newObject<CvSignatureEvent>();
         event->setNumerator(static_cast<uint16>(readInteger(element, Attribute::kNumerator, 4)));

@@ -18,9 +18,9 @@ String text(const char8* utf8) { return String(utf8); }
 
 } // namespace
 
-void CvStructureReader::read(const CvNode* structure) {
+void CvStructureReader::read(const CvXmlElement& structure) {
     readTracks(structure, nullptr);
-    for (CvNode* node : structure->getChildrenByName(text(Element::kChannel))) {
+    for (const CvXmlElement& node : structure.getChildrenByName(Element::kChannel)) {
         IPtr<CvChannel> channel = readChannel(node);
         readDevices(node, channel.get());
         project->addChannel(channel.get());
@@ -29,8 +29,8 @@ void CvStructureReader::read(const CvNode* structure) {
 
 // The Track children of node go to parent, or to the project's top level without one. Recurs
 // once per level of nesting; the reader's first stage bounds the depth of the tree.
-void CvStructureReader::readTracks(const CvNode* node, CvTrack* parent) {
-    for (CvNode* child : node->getChildrenByName(text(Element::kTrack))) {
+void CvStructureReader::readTracks(const CvXmlElement& node, CvTrack* parent) {
+    for (const CvXmlElement& child : node.getChildrenByName(Element::kTrack)) {
         IPtr<CvTrack> track = readTrack(child);
         if (!track)
             continue;
@@ -43,7 +43,7 @@ void CvStructureReader::readTracks(const CvNode* node, CvTrack* parent) {
     }
 }
 
-IPtr<CvTrack> CvStructureReader::readTrack(const CvNode* node) {
+IPtr<CvTrack> CvStructureReader::readTrack(const CvXmlElement& node) {
     String id = readId(node);
     uint32 contentType =
         contentTypeFromString(readText(node, Attribute::kContentType, text(Text::kUnknown)));
@@ -59,8 +59,8 @@ IPtr<CvTrack> CvStructureReader::readTrack(const CvNode* node) {
 }
 
 // A track's channel always takes the track's name, and its colour where it has none itself.
-void CvStructureReader::readTrackChannel(const CvNode* trackNode, CvTrack* track) {
-    CvNode* node = trackNode->findChild(text(Element::kChannel));
+void CvStructureReader::readTrackChannel(const CvXmlElement& trackNode, CvTrack* track) {
+    const CvXmlElement node = trackNode.findChild(Element::kChannel);
     if (!node)
         return;
     IPtr<CvChannel> channel = readChannel(node);
@@ -72,7 +72,7 @@ void CvStructureReader::readTrackChannel(const CvNode* trackNode, CvTrack* track
     project->addChannel(channel.get());
 }
 
-IPtr<CvChannel> CvStructureReader::readChannel(const CvNode* node) {
+IPtr<CvChannel> CvStructureReader::readChannel(const CvXmlElement& node) {
     String id = readId(node);
     uint32 role = channelRoleFromString(readText(node, Attribute::kRole, text(Text::kUnknown)));
     IPtr<CvChannel> channel = newObject<CvChannel>(1, role, id);
@@ -102,8 +102,8 @@ IPtr<CvChannel> CvStructureReader::readChannel(const CvNode* node) {
 }
 
 // Sends are found at any depth below the channel; the Sends wrapper means nothing.
-void CvStructureReader::readSends(const CvNode* channelNode, CvChannel* channel) {
-    for (CvNode* node : channelNode->getDescendantsByName(text(Element::kSend))) {
+void CvStructureReader::readSends(const CvXmlElement& channelNode, CvChannel* channel) {
+    for (const CvXmlElement& node : channelNode.getDescendantsByName(Element::kSend)) {
         String id = readId(node);
         uint32 type = sendTypeFromString(readText(node, Attribute::kType, text(Text::kUnknown)));
         IPtr<CvSend> send = newObject<CvSend>(type, id);
@@ -111,7 +111,7 @@ void CvStructureReader::readSends(const CvNode* channelNode, CvChannel* channel)
         if (!destination.isEmpty())
             send->setDestination(destination);
         readLabelledParameter(node, send.get(), kSendVolume, false);
-        if (CvNode* enable = node->findChild(text(Element::kEnable))) {
+        if (const CvXmlElement enable = node.findChild(Element::kEnable)) {
             send->setEnabled(readBoolean(enable, Attribute::kValue, true));
             send->addParameter(
                 readSwitchParameter(enable, text(kSendEnable.modelName), false).get());
@@ -121,11 +121,11 @@ void CvStructureReader::readSends(const CvNode* channelNode, CvChannel* channel)
 }
 
 // An element that names no device kind ends the list; the devices before it stay.
-void CvStructureReader::readDevices(const CvNode* channelNode, CvChannel* channel) {
-    CvNode* devices = channelNode->findChild(text(Element::kDevices));
+void CvStructureReader::readDevices(const CvXmlElement& channelNode, CvChannel* channel) {
+    const CvXmlElement devices = channelNode.findChild(Element::kDevices);
     if (!devices)
         return;
-    for (CvNode* node : devices->getChildren()) {
+    for (const CvXmlElement& node : devices.getChildren()) {
         IPtr<CvDevice> device = readDevice(node);
         if (!device)
             break;
@@ -133,8 +133,8 @@ void CvStructureReader::readDevices(const CvNode* channelNode, CvChannel* channe
     }
 }
 
-IPtr<CvDevice> CvStructureReader::readDevice(const CvNode* node) {
-    uint32 type = deviceTypeFromString(node->getNodeName());
+IPtr<CvDevice> CvStructureReader::readDevice(const CvXmlElement& node) {
+    uint32 type = deviceTypeFromString(String(node.getName()));
     String id = readId(node);
     uint32 role =
         deviceRoleFromString(readText(node, Attribute::kDeviceRole, text(Text::kUnknown)));
@@ -171,25 +171,25 @@ IPtr<CvDevice> CvStructureReader::readDevice(const CvNode* node) {
 
     device->setDeviceId(readText(node, Attribute::kDeviceId, String()));
     device->setName(readText(node, Attribute::kDeviceName, String()));
-    if (CvNode* state = node->findChild(text(Element::kState))) {
+    if (const CvXmlElement state = node.findChild(Element::kState)) {
         bool external = readBoolean(state, Attribute::kExternal, false);
         String path = readText(state, Attribute::kPath, String());
         if (!path.isEmpty())
             device->setStateFile(path, external);
     }
-    if (CvNode* enabled = node->findChild(text(Element::kEnabled)))
+    if (const CvXmlElement enabled = node.findChild(Element::kEnabled))
         device->setEnabled(readBoolean(enabled, Attribute::kValue, true));
-    if (CvNode* parameters = node->findChild(text(Element::kParameters))) {
-        for (CvNode* parameter : parameters->getDescendantsByName(text(Element::kRealParameter)))
+    if (const CvXmlElement parameters = node.findChild(Element::kParameters)) {
+        for (const CvXmlElement& parameter : parameters.getDescendantsByName(Element::kRealParameter))
             device->addParameter(readRealParameter(parameter, String(), 0.0, 0.0, 1.0).get());
     }
     return device;
 }
 
-IPtr<CvDevice> CvStructureReader::readInstrument(const CvNode* node, uint32 type, uint32 role,
+IPtr<CvDevice> CvStructureReader::readInstrument(const CvXmlElement& node, uint32 type, uint32 role,
                                                  const String& id) {
     IPtr<CvInstrument> instrument = newObject<CvInstrument>(type, role, id);
-    if (CvNode* preset = node->findChild(text(Element::kPreset))) {
+    if (const CvXmlElement preset = node.findChild(Element::kPreset)) {
         String name = readText(preset, Attribute::kName, String());
         if (!name.isEmpty())
             instrument->setPresetName(name);
@@ -198,10 +198,10 @@ IPtr<CvDevice> CvStructureReader::readInstrument(const CvNode* node, uint32 type
 }
 
 // Bands are found at any depth below the equalizer.
-IPtr<CvDevice> CvStructureReader::readEqualizer(const CvNode* node, uint32 role, const String& id) {
+IPtr<CvDevice> CvStructureReader::readEqualizer(const CvXmlElement& node, uint32 role, const String& id) {
     IPtr<CvEqualizer> equalizer = newObject<CvEqualizer>(role, id);
     readLabelledParameters(node, equalizer.get(), kEqualizerParameters, false);
-    for (CvNode* bandNode : node->getDescendantsByName(text(Element::kBand))) {
+    for (const CvXmlElement& bandNode : node.getDescendantsByName(Element::kBand)) {
         uint32 type =
             bandTypeFromString(readText(bandNode, Attribute::kType, text(Text::kUnknown)));
         auto order = static_cast<uint32>(readInteger(bandNode, Attribute::kOrder, 0));
@@ -214,16 +214,16 @@ IPtr<CvDevice> CvStructureReader::readEqualizer(const CvNode* node, uint32 role,
 }
 
 template <size_t N>
-void CvStructureReader::readLabelledParameters(const CvNode* node, CvParameterContainer* container,
+void CvStructureReader::readLabelledParameters(const CvXmlElement& node, CvParameterContainer* container,
                                                const LabelledParameter (&rows)[N],
                                                bool switchDefault) {
     for (const LabelledParameter& row : rows)
         readLabelledParameter(node, container, row, switchDefault);
 }
 
-void CvStructureReader::readLabelledParameter(const CvNode* node, CvParameterContainer* container,
+void CvStructureReader::readLabelledParameter(const CvXmlElement& node, CvParameterContainer* container,
                                               const LabelledParameter& row, bool switchDefault) {
-    CvNode* child = node->findChild(text(row.element));
+    const CvXmlElement child = node.findChild(row.element);
     if (!child)
         return;
     IPtr<CvParameter> parameter =
@@ -232,7 +232,7 @@ void CvStructureReader::readLabelledParameter(const CvNode* node, CvParameterCon
     container->addParameter(parameter.get());
 }
 
-IPtr<CvParameter> CvStructureReader::readRealParameter(const CvNode* node, const String& name,
+IPtr<CvParameter> CvStructureReader::readRealParameter(const CvXmlElement& node, const String& name,
                                                        double value, double min, double max) {
     String id = readId(node);
     double readValue = readReal(node, Attribute::kValue, value);
@@ -251,7 +251,7 @@ IPtr<CvParameter> CvStructureReader::readRealParameter(const CvNode* node, const
     return parameter;
 }
 
-IPtr<CvParameter> CvStructureReader::readSwitchParameter(const CvNode* node, const String& name,
+IPtr<CvParameter> CvStructureReader::readSwitchParameter(const CvXmlElement& node, const String& name,
                                                          bool defaultValue) {
     String id = readId(node);
     bool on = readBoolean(node, Attribute::kValue, defaultValue);

@@ -100,6 +100,9 @@ String formatReal(double value, uint32 precision) {
         std::snprintf(&text[0], text.size(), format, args...);
         text.resize(static_cast<size_t>(size));
     };
+    // No reader could make sense of "inf" or "nan", so a package never holds one.
+    if (!std::isfinite(value))
+        value = 0.0;
     bool whole = value >= -2147483648.0 && value <= 2147483647.0 && std::trunc(value) == value;
     if (whole) {
         // Through an integer, so that -0.0 prints as "0".

@@ -10,6 +10,7 @@
 #include "foundation/ffilesystem.h"
 #include "model/cvproject.h"
 
+#include <cstring>
 #include <new>
 
 namespace Halvorn {
@@ -43,49 +44,40 @@ CvProject* CvXmlReader::readProject(const String& path) {
 
 CvProject* CvXmlReader::readProject(IBStream* stream) {
     try {
-        if (!parseTree(stream) || !root)
+        if (!parseTree(stream))
             return nullptr;
-        const CvNode* top = root.get();
-        if (top->getNodeName() != String(Element::kProject))
+        const CvXmlElement root = tree.root();
+        if (!root || std::strcmp(root.getName(), Element::kProject) != 0)
             return nullptr;
-        return buildProject();
+        return buildProject(root);
     } catch (const std::bad_alloc&) {
         return nullptr;
     }
 }
 
 bool CvXmlReader::parseTree(IBStream* stream) {
-    root = nullptr;
-    openElements.removeAll();
+    tree.clear();
     failed = false;
     FXmlParser2 parser(this, "UTF-8");
-    bool parsed = parser.parse(stream);
-    // Only a finished tree is of use; the open elements are unlinked, so this frees them flat.
-    openElements.removeAll();
+    const bool parsed = parser.parse(stream);
+    tooLarge = parser.wasTooLarge();
     return parsed && !failed;
 }
 
 void CvXmlReader::startElement(FXmlParser2* parser, const char8* name, const char8** attributes) {
     if (failed)
         return;
-    if (openElements.total() >= kMaxDepth) {
+    if (tree.openDepth() >= kMaxDepth) {
         failed = true;
         parser->stop();
         return;
     }
+    int32 count = 0;
+    while (attributes && count < kMaxAttributes && attributes[2 * count] &&
+           attributes[2 * count + 1])
+        ++count;
     try {
-        IPtr<CvNode> node = newObject<CvNode>(String(name), String());
-        int32 count = 0;
-        while (attributes && count < kMaxAttributes && attributes[2 * count] &&
-               attributes[2 * count + 1])
-            ++count;
-        node->reserveAttributes(count);
-        for (int32 i = 0; i < count; ++i)
-            node->setAttribute(String(attributes[2 * i]), String(attributes[2 * i + 1]));
-        if (!openElements.add(node)) {
-            failed = true;
-            parser->stop();
-        }
+        tree.open(name, attributes, count);
     } catch (const std::bad_alloc&) {
         // No exception may pass through the parser's C frames.
         failed = true;
@@ -94,15 +86,8 @@ void CvXmlReader::startElement(FXmlParser2* parser, const char8* name, const cha
 }
 
 void CvXmlReader::endElement(FXmlParser2*, const char8*) {
-    if (failed || openElements.isEmpty())
-        return;
-    int32 top = openElements.total() - 1;
-    IPtr<CvNode> node = openElements.at(top);
-    openElements.removeAt(top);
-    if (openElements.isEmpty())
-        root = node;
-    else
-        openElements.at(openElements.total() - 1)->addChild(node.get());
+    if (!failed)
+        tree.close();
 }
 
 // The format has no text content, and comments carry no meaning.
@@ -111,12 +96,12 @@ void CvXmlReader::characterData(FXmlParser2*, const char8*, int32) {}
 void CvXmlReader::comment(FXmlParser2*, const char8*) {}
 
 // Tempo and signature where Transport has them; gives the tempo read, or 120 without one.
-double CvXmlReader::readTransport(CvProject* project) const {
-    CvNode* transport = root->findChild(String(Element::kTransport));
+double CvXmlReader::readTransport(const CvXmlElement& root, CvProject* project) {
+    const CvXmlElement transport = root.findChild(Element::kTransport);
     if (!transport)
         return 120.0;
     double bpm = 120.0;
-    if (CvNode* tempo = transport->findChild(String(Element::kTempo))) {
+    if (const CvXmlElement tempo = transport.findChild(Element::kTempo)) {
         String id = readId(tempo);
         double value = readReal(tempo, Attribute::kValue, 120.0);
         double min = readReal(tempo, Attribute::kMin, 10.0);
@@ -129,7 +114,7 @@ double CvXmlReader::readTransport(CvProject* project) const {
         project->setTempo(parameter.get());
         bpm = value;
     }
-    if (CvNode* signature = transport->findChild(String(Element::kTimeSignature))) {
+    if (const CvXmlElement signature = transport.findChild(Element::kTimeSignature)) {
         String id = readId(signature);
         auto numerator = static_cast<uint16>(readInteger(signature, Attribute::kNumerator, 4));
         auto denominator = static_cast<uint16>(readInteger(signature, Attribute::kDenominator, 4));
@@ -138,22 +123,23 @@ double CvXmlReader::readTransport(CvProject* project) const {
     return bpm;
 }
 
-CvProject* CvXmlReader::buildProject() const {
+CvProject* CvXmlReader::buildProject(const CvXmlElement& root) {
     // A missing Application reads as one without attributes.
     String name(Text::kDefaultApplicationName);
     String version(Text::kDefaultApplicationVersion);
-    if (CvNode* application = root->findChild(String(Element::kApplication))) {
+    if (const CvXmlElement application = root.findChild(Element::kApplication)) {
         name = readText(application, Attribute::kName, name);
         version = readText(application, Attribute::kVersion, version);
     }
     IPtr<CvProject> project = newObject<CvProject>(name, version);
 
     // The tempo of Transport is the one converter from beats to seconds for this reading.
-    IPtr<CvTimeDomain> timeDomain = newObject<CvTimeDomain>(readTransport(project.get()));
+    IPtr<CvTimeDomain> timeDomain =
+        newObject<CvTimeDomain>(readTransport(root, project.get()));
 
-    if (CvNode* structure = root->findChild(String(Element::kStructure)))
+    if (const CvXmlElement structure = root.findChild(Element::kStructure))
         CvStructureReader(project.get()).read(structure);
-    if (CvNode* arrangement = root->findChild(String(Element::kArrangement)))
+    if (const CvXmlElement arrangement = root.findChild(Element::kArrangement))
         CvArrangementReader(project.get(), timeDomain.get()).read(arrangement);
     return project.release();
 }

@@ -17,6 +17,7 @@ CvXmlWriter::CvXmlWriter(const String& packageFolder) : packageFolder(packageFol
 bool CvXmlWriter::writeProject(IMediaProject* project, FStream* stream) {
     if (!project || !stream)
         return false;
+    stagingFailed = false;
     CvXmlOutput out(stream);
     if (!out.open())
         return false;
@@ -40,7 +41,7 @@ bool CvXmlWriter::writeProject(IMediaProject* project, FStream* stream) {
 
     writeArrangement(out, project);
     out.end();
-    return out.close();
+    return out.close() && !stagingFailed;
 }
 
 void CvXmlWriter::writeApplication(CvXmlOutput& out, IMediaProject* project) {

@@ -253,7 +253,7 @@ void CvXmlWriter::writeAudioEvent(CvXmlOutput& out, IMediaEvent* event) {
     // Without its file the event keeps its place and time, as a Clip without child.
     if (String(audio->getFilePath()).isEmpty() ||
         audio->getFormat(&sampleRate, &channels, &duration) != kResultOk ||
-        !stageFile(audio->getFilePath(), Text::kAudioFolder, path)) {
+        !stageFile(audio->getFilePath(), kCvFileAudio, Text::kAudioFolder, path)) {
         out.end();
         return;
     }
@@ -294,7 +294,7 @@ void CvXmlWriter::writeVideoContent(CvXmlOutput& out, IMediaClip* clip) {
         double duration = 0.0;
         String path;
         if (video->getFormat(&sampleRate, &frameCount, &duration) != kResultOk ||
-            !stageFile(video->getFilePath(), Text::kVideoFolder, path))
+            !stageFile(video->getFilePath(), kCvFileVideo, Text::kVideoFolder, path))
             continue;
         out.start(Element::kVideo);
         out.real(Attribute::kDuration, duration, kValue);

@@ -97,7 +97,7 @@ void CvXmlWriter::writeDevice(CvXmlOutput& out, IMediaDevice* device) {
 
     // The state goes out even when its file can't be had: the path then names no entry.
     String path;
-    (void)stageFile(device->getStatePath(), Text::kStateFolder, path);
+    (void)stageFile(device->getStatePath(), kCvFilePreset, Text::kStateFolder, path);
     out.start(Element::kState);
     out.text(Attribute::kPath, path.text8());
     out.boolean(Attribute::kExternal, false);

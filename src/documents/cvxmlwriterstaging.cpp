@@ -5,10 +5,11 @@
 #include "documents/xml/xmltext.h"
 #include "foundation/ffilesystem.h"
 #include "foundation/furl.h"
+#include "model/cvmediafilerule.h"
 
 namespace Halvorn {
 
-bool CvXmlWriter::stageFile(const char16* sourcePath, const char8* folderName,
+bool CvXmlWriter::stageFile(const char16* sourcePath, CvFileType type, const char8* folderName,
                             String& documentPath) {
     // The document names the folder even for a file that can't be had.
     documentPath = String(folderName);
@@ -34,8 +35,10 @@ bool CvXmlWriter::stageFile(const char16* sourcePath, const char8* folderName,
     String folderOnDisk(folderName);
     folderOnDisk.remove(folderOnDisk.length() - 1); // the document's name ends in "/"
     folder.append(folderOnDisk);
-    if (!gFNFileSystem->createFolder(FUrl(folder, true)))
+    if (!gFNFileSystem->createFolder(FUrl(folder, true))) {
+        stagingFailed = true;
         return false;
+    }
 
     String target(folder);
     target.append("/");
@@ -44,7 +47,14 @@ bool CvXmlWriter::stageFile(const char16* sourcePath, const char8* folderName,
     // Same-named files share one entry: whatever lies there first stays, unread and uncompared.
     if (gFNFileSystem->fileExists(targetUrl))
         return true;
+    // A path that a package read left unchanged (a refused or missing medium) must not bring a
+    // stranger's choice of file into the new package.
+    if (!isAcceptableOutsideMedium(type, source))
+        return false;
     IPtr<FUrl> copied = IPtr<FUrl>::adopt(gFNFileSystem->copyFile(sourceUrl, targetUrl));
+    // The file is there and was taken: a package without it would silently lose it.
+    if (!copied)
+        stagingFailed = true;
     return copied.get() != nullptr;
 }
 

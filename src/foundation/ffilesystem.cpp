@@ -3,6 +3,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -206,25 +207,48 @@ bool FNFileSystem::createFolder(const FUrl& url) const {
     return isFolderAt(text);
 }
 
-bool FNFileSystem::claimUnique(const FUrl& wanted, FUrl& claimed) const {
+namespace {
+// Finds a free name beside wanted and makes the item there exclusively with make, which fails
+// with EEXIST when someone else was first; then the search runs again. So a caller never takes
+// over an item it didn't make.
+template <class Make> bool claimWith(const FUrl& wanted, FUrl& claimed, Make make) {
     for (int32 attempt = 0; attempt < kClaimAttempts; ++attempt) {
         claimed = wanted;
         if (!claimed.makeUnique())
             return false;
-        const char8* path = claimed.getPath().text8();
-        bool made = false;
-        if (claimed.isFolder()) {
-            made = mkdir(path, 0700) == 0;
-        } else {
-            const int fd = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
-            made = fd >= 0 && close(fd) == 0;
-        }
-        if (made)
+        if (make(claimed.getPath().text8()))
             return true;
         if (errno != EEXIST)
             return false;
     }
     return false;
+}
+} // namespace
+
+bool FNFileSystem::claimUnique(const FUrl& wanted, FUrl& claimed) const {
+    return claimWith(wanted, claimed, [&claimed](const char8* path) {
+        if (claimed.isFolder())
+            return mkdir(path, 0700) == 0;
+        const int fd = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+        return fd >= 0 && close(fd) == 0;
+    });
+}
+
+bool FNFileSystem::claimLockedFile(const FUrl& wanted, FUrl& claimed, int& lockedFd) const {
+    lockedFd = -1;
+    return claimWith(wanted, claimed, [&lockedFd](const char8* path) {
+        const int fd = open(path, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+        if (fd < 0)
+            return false;
+        if (flock(fd, LOCK_EX) != 0) {
+            close(fd);
+            unlink(path);
+            errno = EIO;
+            return false;
+        }
+        lockedFd = fd;
+        return true;
+    });
 }
 
 bool FNFileSystem::renameFile(const FUrl& source, const FUrl& target) const {

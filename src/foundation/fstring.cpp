@@ -128,6 +128,19 @@ char32_t decodeUtf8(const unsigned char* text, uint32 length, uint32& i) {
     return cp;
 }
 
+uint64 hashText(const String& text) {
+    // FNV-1a over code points; an ill-formed sequence counts as U+FFFD, as conversion makes it.
+    uint64 hash = 14695981039346656037ull;
+    const uint32 length = uint32(text.length());
+    const char16* wide = text.isWide() ? text.text16() : nullptr;
+    const auto* bytes = wide ? nullptr : reinterpret_cast<const unsigned char*>(text.text8());
+    for (uint32 i = 0; i < length;) {
+        const char32_t cp = wide ? decodeUtf16(wide, length, i) : decodeUtf8(bytes, length, i);
+        hash = (hash ^ cp) * 1099511628211ull;
+    }
+    return hash;
+}
+
 bool isValidUtf8(const char8* text, int32 length) {
     if (!text || length < 0)
         return false;

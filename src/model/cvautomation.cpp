@@ -10,9 +10,7 @@ tresult CvAutomationPoint::queryInterface(const FUID& iid, void** object) {
     return CvNode::queryInterface(iid, object);
 }
 
-// A lane can hold very many points: its list doubles as it grows instead of adding 10 slots.
-CvAutomation::CvAutomation(uint32 unit, const String& id)
-    : CvNode({}, id), points_(-1), unit_(unit) {}
+CvAutomation::CvAutomation(uint32 unit, const String& id) : CvNode({}, id), unit_(unit) {}
 
 CvAutomation::~CvAutomation() = default;
 
@@ -27,13 +25,13 @@ IMediaAutomationPoint* CvAutomation::getPoint(uint32 index) {
     return listElement<IMediaAutomationPoint>(points_, index);
 }
 
-// A point that no lane ever took can't be in this one, so the usual fill of fresh points skips
-// the search that would make a long lane quadratic to build.
+// A point that no lane ever took can't be in this one, so the usual fill of fresh points needs
+// neither a search nor an index.
 void CvAutomation::addPoint(CvAutomationPoint* point) {
-    if (!point || (point->inLane_ && listHolds(points_, point)))
+    if (!point)
         return;
+    points_.add(point, !point->inLane_);
     point->inLane_ = true;
-    points_.add(IPtr<CvAutomationPoint>(point));
 }
 
 } // namespace Halvorn

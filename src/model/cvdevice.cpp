@@ -51,7 +51,7 @@ IMediaParameter* CvEqualizer::getOutputGain() {
     return findParameterByName(kParamEqualizerOutputGain);
 }
 
-void CvEqualizer::addBand(CvEqualizerBand* band) { addUniqueToList(bands_, band); }
+void CvEqualizer::addBand(CvEqualizerBand* band) { bands_.add(band); }
 
 tresult CvInstrument::queryInterface(const FUID& iid, void** object) {
     CV_QUERY(iid, object, IMediaBuiltinInstrument)

@@ -3,7 +3,6 @@
 
 #include "model/cvlist.h"
 
-#include <cstring>
 #include <utility>
 
 namespace Halvorn {
@@ -71,13 +70,66 @@ bool CvColor::operator==(const CvColor& other) const {
            alpha_ == other.alpha_;
 }
 
-// A reader's plain element may have a great many children: doubling keeps adding them linear.
+// A plain element may have a great many children: doubling keeps adding them linear.
 struct CvNode::Tree {
     TArray<IPtr<CvNode>> children{-1};
     TArray<CvNodeAttribute> attributes;
 };
 
-CvNode::CvNode(const String& name, const String& id) : id_(id), name_(name) {}
+struct CvNode::Details {
+    explicit Details(CvNode& node) : color(node) {}
+
+    String id;
+    String name;
+    ColorFace color;
+    std::unique_ptr<Tree> tree;
+};
+
+namespace {
+
+// What a node without details answers. Each thread has its own empty String, since reading
+// a String may convert it in place.
+const String& noText() {
+    static thread_local const String empty;
+    return empty;
+}
+
+// The colour of every node without details: all zero, read-only, and living as long as the
+// module, so its count is never needed.
+struct NoColorFace final : IMediaColor {
+    tresult queryInterface(const FUID& iid, void** object) override {
+        if (!object)
+            return kInvalidArgument;
+        *object = iid == FUnknown::iid || iid == IMediaColor::iid ? this : nullptr;
+        return *object ? kResultOk : kNoInterface;
+    }
+    uint32 addRef() override { return 1; }
+    uint32 release() override { return 1; }
+    uint8 getRed() override { return 0; }
+    uint8 getGreen() override { return 0; }
+    uint8 getBlue() override { return 0; }
+    uint8 getAlpha() override { return 0; }
+};
+
+IMediaColor* noColorFace() {
+    static NoColorFace none;
+    return &none;
+}
+
+const CvColor& noColor() {
+    static const CvColor none;
+    return none;
+}
+
+} // namespace
+
+CvNode::CvNode(const String& name, const String& id) {
+    if (!name.isEmpty() || !id.isEmpty()) {
+        details_.reset(new Details(*this));
+        details_->id = id;
+        details_->name = name;
+    }
+}
 
 CvNode::~CvNode() = default;
 
@@ -86,11 +138,44 @@ tresult CvNode::queryInterface(const FUID& iid, void** object) {
     return CvObject::queryInterface(iid, object);
 }
 
-CvNode::Tree& CvNode::tree() {
-    if (!tree_)
-        tree_.reset(new Tree);
-    return *tree_;
+CvNode::Details& CvNode::details() {
+    if (!details_)
+        details_.reset(new Details(*this));
+    return *details_;
 }
+
+const char16* CvNode::getId() { return details_ ? details_->id.text16() : u""; }
+
+const char16* CvNode::getName() { return details_ ? details_->name.text16() : u""; }
+
+IMediaColor* CvNode::getColor() { return details_ ? &details_->color : noColorFace(); }
+
+const String& CvNode::getNodeId() const { return details_ ? details_->id : noText(); }
+
+const String& CvNode::getNodeName() const { return details_ ? details_->name : noText(); }
+
+void CvNode::setName(const String& name) {
+    if (details_ || !name.isEmpty())
+        details().name = name;
+}
+
+const CvColor& CvNode::getNodeColor() const {
+    return details_ ? details_->color.value : noColor();
+}
+
+void CvNode::setColor(const CvColor& color) {
+    if (details_ || color.isValid())
+        details().color.value = color;
+}
+
+CvNode::Tree& CvNode::tree() {
+    Details& own = details();
+    if (!own.tree)
+        own.tree.reset(new Tree);
+    return *own.tree;
+}
+
+CvNode::Tree* CvNode::findTree() const { return details_ ? details_->tree.get() : nullptr; }
 
 void CvNode::addChild(CvNode* child) {
     if (child)
@@ -98,10 +183,11 @@ void CvNode::addChild(CvNode* child) {
 }
 
 void CvNode::collect(TArray<CvNode*>& out, const String* name, bool deep) const {
-    if (!tree_)
+    Tree* own = findTree();
+    if (!own)
         return;
-    for (const IPtr<CvNode>& child : tree_->children) {
-        if (!name || child->name_ == *name)
+    for (const IPtr<CvNode>& child : own->children) {
+        if (!name || child->getNodeName() == *name)
             out.add(child.get());
         if (deep)
             child->collect(out, name, true);
@@ -121,17 +207,17 @@ TArray<CvNode*> CvNode::getAllChildren() const {
 }
 
 CvNode* CvNode::findChild(const String& name) const {
-    if (tree_)
-        for (const IPtr<CvNode>& child : tree_->children)
-            if (child->name_ == name)
+    if (Tree* own = findTree())
+        for (const IPtr<CvNode>& child : own->children)
+            if (child->getNodeName() == name)
                 return child.get();
     return nullptr;
 }
 
 CvNode* CvNode::findDescendant(const String& name) const {
-    if (tree_)
-        for (const IPtr<CvNode>& child : tree_->children) {
-            if (child->name_ == name)
+    if (Tree* own = findTree())
+        for (const IPtr<CvNode>& child : own->children) {
+            if (child->getNodeName() == name)
                 return child.get();
             if (CvNode* found = child->findDescendant(name))
                 return found;
@@ -152,18 +238,10 @@ TArray<CvNode*> CvNode::getDescendantsByName(const String& name) const {
 }
 
 CvNodeAttribute* CvNode::findAttribute(const String& key) const {
-    if (tree_)
-        for (CvNodeAttribute& attribute : tree_->attributes)
+    if (Tree* own = findTree())
+        for (CvNodeAttribute& attribute : own->attributes)
             if (attribute.key == key)
                 return &attribute;
-    return nullptr;
-}
-
-const String* CvNode::findAttributeValue(const char8* key) const {
-    if (tree_ && key)
-        for (const CvNodeAttribute& attribute : tree_->attributes)
-            if (std::strcmp(attribute.key.text8(), key) == 0)
-                return &attribute.value;
     return nullptr;
 }
 
@@ -177,12 +255,6 @@ void CvNode::setAttribute(String&& key, String&& value) {
         return;
     }
     tree().attributes.add(CvNodeAttribute{std::move(key), std::move(value)});
-}
-
-void CvNode::reserveAttributes(int32 count) {
-    Tree& nodeTree = tree();
-    if (nodeTree.attributes.isEmpty() && count > 0)
-        nodeTree.attributes = TArray<CvNodeAttribute>(count);
 }
 
 String CvNode::getAttribute(const String& key, const String& defaultValue) const {

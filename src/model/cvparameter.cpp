@@ -30,11 +30,11 @@ IMediaParameter* CvParameterContainer::getParameter(uint32 index) {
 }
 
 IMediaParameter* CvParameterContainer::findParameterById(const char16* id) {
-    return listFindById<IMediaParameter>(parameters_, id);
+    return id ? parameters_.findById(String(id)) : nullptr;
 }
 
 IMediaParameter* CvParameterContainer::findParameterByNumber(uint32 parameterId) {
-    for (const IPtr<CvParameter>& parameter : parameters_)
+    for (const IPtr<CvParameter>& parameter : parameters_.elements())
         if (parameter->getParameterId() == parameterId)
             return parameter.get();
     return nullptr;
@@ -44,7 +44,7 @@ IMediaParameter* CvParameterContainer::findParameterByName(const char8* name) {
     if (!name)
         return nullptr;
     String wanted(name);
-    for (const IPtr<CvParameter>& parameter : parameters_)
+    for (const IPtr<CvParameter>& parameter : parameters_.elements())
         if (parameter->getNodeName() == wanted)
             return parameter.get();
     return nullptr;
@@ -59,7 +59,7 @@ bool CvParameterContainer::hasParameterName(const char8* name) {
 }
 
 void CvParameterContainer::addParameter(CvParameter* parameter) {
-    addUniqueToList(parameters_, parameter);
+    parameters_.add(parameter);
 }
 
 } // namespace Halvorn

@@ -3,6 +3,8 @@
 
 #include "model/cvlist.h"
 
+#include <new>
+
 namespace Halvorn {
 
 tresult CvSignature::queryInterface(const FUID& iid, void** object) {
@@ -37,12 +39,12 @@ IMediaChannel* CvProject::getChannel(uint32 index) {
 }
 
 IMediaChannel* CvProject::findChannel(const char16* id) {
-    return listFindById<IMediaChannel>(channels_, id);
+    return id ? channels_.findById(String(id)) : nullptr;
 }
 
-void CvProject::addTrack(CvTrack* track) { addUniqueToList(tracks_, track); }
+void CvProject::addTrack(CvTrack* track) { tracks_.add(track); }
 
-void CvProject::addChannel(CvChannel* channel) { addUniqueToList(channels_, channel); }
+void CvProject::addChannel(CvChannel* channel) { channels_.add(channel); }
 
 void CvProject::setTempo(CvParameter* tempo) {
     if (tempo)
@@ -56,7 +58,7 @@ void CvProject::setTimeSignature(CvSignature* signature) {
 
 TArray<CvTrack*> CvProject::getAllTracks() const {
     TArray<CvTrack*> result(-1);
-    for (const IPtr<CvTrack>& track : tracks_) {
+    for (const IPtr<CvTrack>& track : tracks_.elements()) {
         result.add(track.get());
         track->collectTracks(result);
     }
@@ -92,18 +94,28 @@ void collectMedia(CvClip& clip, TArray<ICvFileAccessor*>& out) {
 } // namespace
 
 TArray<ICvFileAccessor*> CvProject::getFileAccessors() const {
+    // The channel of each track, once for each track that has it; then the project's channels
+    // that no track reached.
     TArray<CvChannel*> channels(-1);
+    CvPointerIndex<CvChannel> reached;
+    auto isReached = [&](CvChannel* channel, uint64 hash) {
+        return reached.find(hash, [&](const CvChannel* seen) { return seen == channel; });
+    };
     TArray<ICvFileAccessor*> result(-1);
     for (CvTrack* track : getAllTracks()) {
-        if (CvChannel* channel = track->getChannel())
+        if (CvChannel* channel = track->getChannel()) {
+            const uint64 hash = hashPointer(channel);
+            if (!isReached(channel, hash) && !reached.insert(channel, hash))
+                throw std::bad_alloc();
             channels.add(channel);
+        }
         if (!carriesMedia(track->getContentType()))
             continue;
         for (CvClip* clip : track->getClips())
             collectMedia(*clip, result);
     }
-    for (const IPtr<CvChannel>& channel : channels_)
-        if (!channels.contains(channel.get()))
+    for (const IPtr<CvChannel>& channel : channels_.elements())
+        if (!isReached(channel.get(), hashPointer(channel.get())))
             channels.add(channel.get());
     for (CvChannel* channel : channels)
         for (CvDevice* device : channel->getDevices())

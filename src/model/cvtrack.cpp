@@ -27,9 +27,9 @@ uint32 CvChannel::getSendCount() { return listCount(sends_); }
 
 IMediaSend* CvChannel::getSend(uint32 index) { return listElement<IMediaSend>(sends_, index); }
 
-void CvChannel::addDevice(CvDevice* device) { addUniqueToList(devices_, device); }
+void CvChannel::addDevice(CvDevice* device) { devices_.add(device); }
 
-void CvChannel::addSend(CvSend* send) { addUniqueToList(sends_, send); }
+void CvChannel::addSend(CvSend* send) { sends_.add(send); }
 
 TArray<CvDevice*> CvChannel::getDevices() const { return rawList(devices_); }
 
@@ -54,11 +54,11 @@ IMediaAutomation* CvTrack::getAutomation(uint32 index) {
     return listElement<IMediaAutomation>(automations_, index);
 }
 
-void CvTrack::addTrack(CvTrack* track) { addUniqueToList(tracks_, track); }
+void CvTrack::addTrack(CvTrack* track) { tracks_.add(track); }
 
-void CvTrack::addClip(CvClip* clip) { addUniqueToList(clips_, clip); }
+void CvTrack::addClip(CvClip* clip) { clips_.add(clip); }
 
-void CvTrack::addAutomation(CvAutomation* automation) { addUniqueToList(automations_, automation); }
+void CvTrack::addAutomation(CvAutomation* automation) { automations_.add(automation); }
 
 TArray<CvClip*> CvTrack::getClips() const { return rawList(clips_); }
 
@@ -69,7 +69,7 @@ TArray<CvTrack*> CvTrack::getAllTracks() const {
 }
 
 void CvTrack::collectTracks(TArray<CvTrack*>& out) const {
-    for (const IPtr<CvTrack>& track : tracks_) {
+    for (const IPtr<CvTrack>& track : tracks_.elements()) {
         out.add(track.get());
         track->collectTracks(out);
     }

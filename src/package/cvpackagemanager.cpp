@@ -6,11 +6,17 @@
 #include "foundation/ffilesystem.h"
 #include "foundation/furl.h"
 #include "model/cvfile.h"
+#include "model/cvmediafilerule.h"
 #include "model/cvproject.h"
 #include "package/cvpackage.h"
 #include "package/cvzipreader.h"
 #include "package/package_writer.h"
+#include "package/readreport.h"
 
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
 #include <new>
 
 namespace Halvorn {
@@ -50,14 +56,67 @@ private:
     return !name.isEmpty() && name != String(".") && name != String("..");
 }
 
+// What the media walk of one read needs: where the package was unpacked, whom to ask for the
+// target folders, and whom to tell of what was refused (may be null).
+struct ReadContext {
+    String extractionFolder;
+    IMediaPackageManagerClient& client;
+    IMediaPackageReadReport* report;
+};
+
+// A path of the package must stay inside the extraction folder, also through links.
+bool liesInside(const String& source, const String& folder) {
+    char8 resolvedSource[PATH_MAX];
+    char8 resolvedFolder[PATH_MAX];
+    String sourceCopy(source);
+    String folderCopy(folder);
+    if (!realpath(sourceCopy.text8(), resolvedSource) ||
+        !realpath(folderCopy.text8(), resolvedFolder))
+        return false;
+    const size_t length = std::strlen(resolvedFolder);
+    return std::strncmp(resolvedSource, resolvedFolder, length) == 0 &&
+           resolvedSource[length] == '/';
+}
+
+// Where the accessor's file is to be read from; false when it is missing or refused, which
+// leaves the accessor unchanged.
+[[nodiscard]] bool findSource(const CvFile& file, const ReadContext& read, String& source) {
+    const String& path = file.getPath();
+    if (file.isExternal()) {
+        source = path;
+        toSlashes(source);
+        if (!gFNFileSystem->fileExists(FUrl(source, false)))
+            return false;
+        if (isAcceptableOutsideMedium(static_cast<CvFileType>(file.getType()), source))
+            return true;
+        tellReport(read.report, kReadRefusedExternal, path);
+        return false;
+    }
+    if (path.isEmpty())
+        return false;
+    if (!isPackageRelativePath(path)) {
+        tellReport(read.report, kReadRefusedPath, path);
+        return false;
+    }
+    source = read.extractionFolder;
+    source.append("/");
+    source.append(path);
+    toSlashes(source);
+    if (!gFNFileSystem->fileExists(FUrl(source, false)))
+        return false;
+    if (liesInside(source, read.extractionFolder))
+        return true;
+    tellReport(read.report, kReadRefusedPath, path);
+    return false;
+}
+
 // Copies one accessor's file into the client's folder for its type and points the accessor at
-// the copy. Anything missing leaves the accessor as the document gave it.
-void moveFileToClient(ICvFileAccessor& accessor, const String& extractionFolder,
-                      IMediaPackageManagerClient& client) {
+// the copy. Anything missing or refused leaves the accessor as the document gave it.
+void moveFileToClient(ICvFileAccessor& accessor, const ReadContext& read) {
     CvFile* file = accessor.getFile();
     if (!file)
         return;
-    const char16* wanted = client.getPathForFileType(static_cast<int32>(file->getType()));
+    const char16* wanted = read.client.getPathForFileType(static_cast<int32>(file->getType()));
     if (!wanted || !wanted[0])
         return;
     String targetFolder(wanted);
@@ -65,27 +124,24 @@ void moveFileToClient(ICvFileAccessor& accessor, const String& extractionFolder,
     (void)gFNFileSystem->createFolder(FUrl(targetFolder, true));
 
     String source;
-    if (!file->isExternal()) {
-        source = extractionFolder;
-        source.append("/");
-    }
-    source.append(file->getPath());
-    toSlashes(source);
-    const FUrl sourceUrl(source, false);
     String name;
-    if (!gFNFileSystem->fileExists(sourceUrl) || !mediaFileName(file->getPath(), name))
+    if (!findSource(*file, read, source) || !mediaFileName(file->getPath(), name))
         return;
+    const FUrl sourceUrl(source, false);
 
     String target(targetFolder);
     target.append("/");
     target.append(name);
     const FUrl targetUrl(target, false);
     // A file of that name already there is taken as it is, and so is one that a concurrent
-    // read into the same folder put there between the test and the copy.
+    // read into the same folder put there between the test and the copy. A failed copy removes
+    // what it wrote.
     if (!gFNFileSystem->fileExists(targetUrl)) {
         const IPtr<FUrl> copy = IPtr<FUrl>::adopt(gFNFileSystem->copyFile(sourceUrl, targetUrl));
-        if (!copy && !gFNFileSystem->fileExists(targetUrl))
+        if (!copy && !gFNFileSystem->fileExists(targetUrl)) {
+            tellReport(read.report, kReadCopyFailed, file->getPath());
             return;
+        }
     }
     String native;
     targetUrl.getNativePath(native);
@@ -94,11 +150,25 @@ void moveFileToClient(ICvFileAccessor& accessor, const String& extractionFolder,
     accessor.setFile(native.text16(), false);
 }
 
+// A summary wants no media at all; then nothing but the document is unpacked.
+bool wantsNoMedia(IMediaPackageManagerClient& client) {
+    for (int32 type : {kCvFilePreset, kCvFileAudio, kCvFileMidi, kCvFileVideo}) {
+        const char16* folder = client.getPathForFileType(type);
+        if (folder && folder[0])
+            return false;
+    }
+    return true;
+}
+
 // Steps behind a claimed extraction folder: unpack, read the document, move the media.
 IPtr<CvProject> readExtracted(const FUrl& packageUrl, const FUrl& folder,
                               IMediaPackageManagerClient& client) {
-    CvZipReader zipReader;
-    if (!zipReader.unzipToFolder(packageUrl.getPath(), folder.getPath()))
+    const IPtr<IMediaPackageReadReport> report =
+        Halvorn::queryInterface<IMediaPackageReadReport>(&client);
+    CvZipReader::Options options;
+    options.documentOnly = wantsNoMedia(client);
+    options.report = report.get();
+    if (!CvZipReader().unzipToFolder(packageUrl.getPath(), folder.getPath(), options))
         return {};
     String documentPath(folder.getPath());
     documentPath.append("/project.xml");
@@ -107,11 +177,15 @@ IPtr<CvProject> readExtracted(const FUrl& packageUrl, const FUrl& folder,
         return {};
     const IPtr<CvXmlReader> documentReader = newObject<CvXmlReader>();
     IPtr<CvProject> project = IPtr<CvProject>::adopt(documentReader->readProject(documentPath));
-    if (!project)
+    if (!project) {
+        if (documentReader->wasTooLarge())
+            tellReport(report.get(), kReadDocumentTooLarge, String("project.xml"));
         return {};
+    }
+    const ReadContext read{folder.getPath(), client, report.get()};
     for (ICvFileAccessor* accessor : project->getFileAccessors())
         if (accessor)
-            moveFileToClient(*accessor, folder.getPath(), client);
+            moveFileToClient(*accessor, read);
     return project;
 }
 

@@ -3,9 +3,13 @@
 
 #include "foundation/ffilesystem.h"
 #include "package/confinedfolder.h"
+#include "package/readreport.h"
 #include "package/zipentryname.h"
 
 #include <cstring>
+#include <iterator>
+#include <map>
+#include <sys/stat.h>
 #include <unistd.h>
 #include <unzip.h>
 
@@ -13,9 +17,42 @@ namespace Halvorn {
 namespace {
 
 constexpr uint32 kChunkBytes = 4096;
+constexpr uLong kMethodStored = 0;
+constexpr uLong kMethodDeflated = 8;
+constexpr uLong kFlagEncrypted = 1;
+constexpr const char8* kDocumentName = "project.xml";
 
-// Copies the current entry's data into the file, never more than the directory states.
-void copyCurrentEntry(unzFile zip, int file, uint64 statedSize) {
+// What one run over an archive carries from entry to entry.
+struct Extraction {
+    const ConfinedFolder& target;
+    const CvZipReader::Options& options;
+    uint64 budget;                   // bytes that may still be written
+    std::map<uint64, uint64> ranges; // archive data already extracted: start to end
+    bool failed = false;
+
+    void fail(PackageReadCase cause, const char8* entry) {
+        failed = true;
+        tellReport(options.report, cause, String(entry));
+    }
+    // Claims the data range of the entry just opened; false when it overlaps one claimed before.
+    bool claimRange(uint64 start, uint64 size) {
+        if (size == 0)
+            return true;
+        const uint64 end = start + size;
+        auto next = ranges.lower_bound(start);
+        if (next != ranges.end() && next->first < end)
+            return false;
+        if (next != ranges.begin() && std::prev(next)->second > start)
+            return false;
+        ranges.emplace(start, end);
+        return true;
+    }
+};
+
+// Copies the current entry's data into the file, never more than the directory states. Stops
+// the extraction when a write fails or the budget is spent; a damaged entry keeps what was read.
+void copyCurrentEntry(unzFile zip, int file, uint64 statedSize, Extraction& run,
+                      const char8* entry) {
     char buffer[kChunkBytes];
     uint64 remaining = statedSize;
     while (remaining > 0) {
@@ -24,14 +61,37 @@ void copyCurrentEntry(unzFile zip, int file, uint64 statedSize) {
             return;
         const uint32 keep = static_cast<uint64>(got) < remaining ? static_cast<uint32>(got)
                                                                  : static_cast<uint32>(remaining);
+        if (keep > run.budget)
+            return run.fail(kReadInflationLimit, entry);
         if (!writeAll(file, buffer, keep))
-            return;
+            return run.fail(kReadExtractionFailed, entry);
+        run.budget -= keep;
         remaining -= keep;
     }
 }
 
-// Gives false when the directory record can't be read, which ends the walk.
-[[nodiscard]] bool extractCurrentEntry(unzFile zip, const ConfinedFolder& target) {
+// Only what this reader can decode truly arrives; anything else would be raw compressed bytes.
+bool isDecodable(const unz_file_info64& info) {
+    return (info.compression_method == kMethodStored ||
+            info.compression_method == kMethodDeflated) &&
+           (info.flag & kFlagEncrypted) == 0;
+}
+
+void extractOpenEntry(unzFile zip, const unz_file_info64& info, const ZipEntryName& name,
+                      Extraction& run) {
+    if (!run.claimRange(unzGetCurrentFileZStreamPos64(zip), info.compressed_size))
+        return tellReport(run.options.report, kReadOverlappingEntry, String(name.text));
+    const int file = run.target.createFile(name.text);
+    if (file < 0)
+        return;
+    copyCurrentEntry(zip, file, info.uncompressed_size, run, name.text);
+    if (close(file) != 0 && !run.failed)
+        run.fail(kReadExtractionFailed, name.text);
+}
+
+// Gives false when the directory record can't be read or the extraction failed, which ends
+// the walk.
+[[nodiscard]] bool extractCurrentEntry(unzFile zip, Extraction& run) {
     unz_file_info64 info;
     if (unzGetCurrentFileInfo64(zip, &info, nullptr, 0, nullptr, 0, nullptr, 0) != UNZ_OK)
         return false;
@@ -44,20 +104,28 @@ void copyCurrentEntry(unzFile zip, int file, uint64 statedSize) {
     ZipEntryName name;
     if (!makeZipEntryName(raw, info.size_filename, name))
         return true;
+    if (run.options.documentOnly && (name.isFolder || std::strcmp(name.text, kDocumentName) != 0))
+        return true;
     if (name.isFolder) {
-        (void)target.createFolder(name.text);
+        (void)run.target.createFolder(name.text);
+        return true;
+    }
+    if (!isDecodable(info)) {
+        tellReport(run.options.report, kReadSkippedEntry, String(name.text));
         return true;
     }
     if (unzOpenCurrentFile(zip) != UNZ_OK)
         return true;
-    const int file = target.createFile(name.text);
-    if (file >= 0) {
-        copyCurrentEntry(zip, file, info.uncompressed_size);
-        close(file);
-    }
+    extractOpenEntry(zip, info, name, run);
     // Its result carries the CRC check; a damaged entry keeps what was read of it.
     (void)unzCloseCurrentFile(zip);
-    return true;
+    return !run.failed;
+}
+
+uint64 inflationBudget(const char8* archivePath) {
+    struct stat status;
+    const uint64 size = stat(archivePath, &status) == 0 ? static_cast<uint64>(status.st_size) : 0;
+    return size * CvZipReader::kInflationFactor + CvZipReader::kInflationAllowance;
 }
 
 // minizip doesn't find an end record at offset 0, so it can't open an archive without entries;
@@ -77,18 +145,20 @@ bool isEmptyArchive(const String& path) {
 
 } // namespace
 
-bool CvZipReader::unzipToFolder(const String& zipPath, const String& folder) const {
+bool CvZipReader::unzipToFolder(const String& zipPath, const String& folder,
+                                const Options& options) const {
     String archive(zipPath);
     unzFile zip = unzOpen64(archive.text8());
     if (!zip)
         return isEmptyArchive(archive);
     String root(folder);
     const ConfinedFolder target(root.text8());
+    Extraction run{target, options, inflationBudget(archive.text8()), {}};
     bool more = target.isOpen() && unzGoToFirstFile(zip) == UNZ_OK;
     while (more)
-        more = extractCurrentEntry(zip, target) && unzGoToNextFile(zip) == UNZ_OK;
+        more = extractCurrentEntry(zip, run) && unzGoToNextFile(zip) == UNZ_OK;
     unzClose(zip);
-    return true;
+    return !run.failed;
 }
 
 } // namespace Halvorn

@@ -7,7 +7,14 @@
 #include "package/archivecheck.h"
 #include "package/cvzipwriter.h"
 
+#include <cerrno>
+#include <dirent.h>
+#include <fcntl.h>
 #include <new>
+#include <string>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace Halvorn {
 
@@ -37,14 +44,56 @@ template <class Write> bool writeDocument(const String& tree, const char8* name,
     return written;
 }
 
+// True for the part name itself and for its unique forms ("-01", "-02", ...).
+bool isPartName(const char8* name, const String& partName) {
+    const std::string base(partName.text8());
+    const std::string text(name);
+    if (text.compare(0, base.size(), base) != 0)
+        return false;
+    const std::string rest = text.substr(base.size());
+    return rest.empty() || (rest.size() >= 3 && rest[0] == '-' &&
+                            rest.find_first_not_of("0123456789", 1) == std::string::npos);
+}
+
+// A part file stays locked for as long as its write runs (claimLockedFile), so one that nobody
+// holds locked was left by a write that was killed.
+// Removes the partial files that earlier writes to the same target left when they were killed:
+// regular files of the target's part name that no running write holds locked.
+void removeStalePartFiles(const String& folder, const String& partName) {
+    String folderPath(folder);
+    const int folderFd = open(folderPath.text8(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    DIR* listing = folderFd >= 0 ? fdopendir(folderFd) : nullptr;
+    if (!listing) {
+        if (folderFd >= 0)
+            close(folderFd);
+        return;
+    }
+    while (const dirent* entry = readdir(listing)) {
+        if (!isPartName(entry->d_name, partName))
+            continue;
+        const int fd =
+            openat(folderFd, entry->d_name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+        struct stat status;
+        if (fd >= 0 && fstat(fd, &status) == 0 && S_ISREG(status.st_mode) &&
+            flock(fd, LOCK_EX | LOCK_NB) == 0)
+            unlinkat(folderFd, entry->d_name, 0);
+        if (fd >= 0)
+            close(fd);
+    }
+    closedir(listing);
+}
+
 // Packs the tree into a fresh file beside the target and renames it over the target, so that
-// the target only ever holds a whole archive. The temporary file never outlives the call.
+// the target only ever holds a whole archive. The temporary file never outlives the call, but
+// for a kill that gives no chance to remove it; the next write to the target removes it then.
 bool packTree(const String& tree, const String& folder, const String& leaf, const String& target) {
     String partName(".");
     partName.append(leaf);
     partName.append(".part");
+    removeStalePartFiles(folder, partName);
     FUrl part;
-    if (!gFNFileSystem->claimUnique(FUrl(joined(folder, partName.text8()), false), part))
+    int lock = -1;
+    if (!gFNFileSystem->claimLockedFile(FUrl(joined(folder, partName.text8()), false), part, lock))
         return false;
     String partPath;
     part.getNativePath(partPath);
@@ -53,6 +102,7 @@ bool packTree(const String& tree, const String& folder, const String& leaf, cons
     const bool placed = packed && gFNFileSystem->renameFile(part, FUrl(target, false));
     if (!placed)
         (void)gFNFileSystem->removeFile(part);
+    close(lock);
     return placed;
 }
 

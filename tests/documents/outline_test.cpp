@@ -38,7 +38,8 @@ INSTANTIATE_TEST_SUITE_P(Families, DocumentOutline,
                                            "arrangement-lanes", "arrangement-content",
                                            "arrangement-timeline"));
 
-// The tempo of Transport alone converts beats, at any value.
+// The tempo of Transport alone converts beats, at any value that can; one that is not finite or
+// not above 0 gives way to 120 bpm, so that no time turns infinite or NaN.
 TEST(ArrangementReader, BeatsConvertAtTheTempoOfTransport) {
     auto clipStart = [](const std::string& tempo) {
         IPtr<CvProject> project = read(DocumentTest::project(
@@ -53,6 +54,9 @@ TEST(ArrangementReader, BeatsConvertAtTheTempoOfTransport) {
     EXPECT_DOUBLE_EQ(clipStart("60"), 8.0);
     EXPECT_DOUBLE_EQ(clipStart("90"), 60.0 / 90.0 * 8.0);
     EXPECT_DOUBLE_EQ(clipStart("240"), 2.0);
+    for (const char* unusable : {"0", "-90", "1e999", "-1e999", "nan", "inf"})
+        EXPECT_DOUBLE_EQ(clipStart(unusable), 4.0) << unusable;
+    EXPECT_DOUBLE_EQ(clipStart("1e-310"), 0.0) << "8 beats at this tempo overflow";
 }
 
 } // namespace

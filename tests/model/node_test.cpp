@@ -101,17 +101,6 @@ TEST(Node, AttributesOverwriteInPlace) {
     EXPECT_TRUE(node->hasAttribute("name"));
     EXPECT_EQ(node->getAttribute("name", "x"), String("")); // present and empty stays empty
     EXPECT_EQ(node->getAttribute("missing"), String(""));
-
-    // The reader's lookup by 8-bit key sees the same attributes, also past a reserved room.
-    node->reserveAttributes(1);
-    node->setAttribute(String(u"wide"), String("w"));
-    ASSERT_NE(node->findAttributeValue("id"), nullptr);
-    EXPECT_EQ(*node->findAttributeValue("id"), String("2"));
-    ASSERT_NE(node->findAttributeValue("wide"), nullptr);
-    EXPECT_EQ(*node->findAttributeValue("wide"), String("w"));
-    EXPECT_EQ(node->findAttributeValue("Id"), nullptr);
-    EXPECT_EQ(node->findAttributeValue(nullptr), nullptr);
-    EXPECT_EQ(newObject<CvNode>("Bare")->findAttributeValue("id"), nullptr);
 }
 
 TEST(Node, QueryAnswersForOwnAndBaseFacesElseNoInterface) {

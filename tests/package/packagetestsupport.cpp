@@ -62,13 +62,18 @@ std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
     const bool zip64 = form == ZipForm::kZip64Entries;
     std::string archive;
     std::string directory;
+    std::vector<uint64_t> offsets;
     for (const RawEntry& entry : entries) {
-        const std::string stored = entry.method == 8 ? rawDeflate(entry.data) : entry.data;
+        const std::string stored = !entry.compressed.empty() ? entry.compressed
+                                   : entry.method == 8       ? rawDeflate(entry.data)
+                                                             : entry.data;
         const uint64_t size =
             entry.statedSize >= 0 ? uint64_t(entry.statedSize) : entry.data.size();
         const uint32_t crc = crc32(0, reinterpret_cast<const Bytef*>(entry.data.data()),
                                    static_cast<uInt>(entry.data.size()));
-        const uint64_t offset = archive.size();
+        const uint64_t offset =
+            entry.sharesDataWith >= 0 ? offsets.at(size_t(entry.sharesDataWith)) : archive.size();
+        offsets.push_back(offset);
         const uint16_t needed = form == ZipForm::kClassic ? 20 : 45;
 
         std::string localExtra;
@@ -78,18 +83,21 @@ std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
             put64(localExtra, size);
             put64(localExtra, stored.size());
         }
-        put32(archive, 0x04034b50);
-        put16(archive, needed);
-        put16(archive, entry.flags);
-        put16(archive, entry.method);
-        put16(archive, 0);
-        put16(archive, 0x0021);
-        put32(archive, crc);
-        put32(archive, zip64 ? kMax32 : uint32_t(stored.size()));
-        put32(archive, zip64 ? kMax32 : uint32_t(size));
-        put16(archive, uint32_t(entry.name.size()));
-        put16(archive, uint32_t(localExtra.size()));
-        archive += entry.name + localExtra + stored;
+        // An entry that shares another's data has a directory record and nothing else.
+        if (entry.sharesDataWith < 0) {
+            put32(archive, 0x04034b50);
+            put16(archive, needed);
+            put16(archive, entry.flags);
+            put16(archive, entry.method);
+            put16(archive, 0);
+            put16(archive, 0x0021);
+            put32(archive, crc);
+            put32(archive, zip64 ? kMax32 : uint32_t(stored.size()));
+            put32(archive, zip64 ? kMax32 : uint32_t(size));
+            put16(archive, uint32_t(entry.name.size()));
+            put16(archive, uint32_t(localExtra.size()));
+            archive += entry.name + localExtra + stored;
+        }
 
         std::string centralExtra;
         if (zip64) {
@@ -147,6 +155,82 @@ std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
     put32(archive, records64 ? kMax32 : uint32_t(directoryOffset));
     put16(archive, 0);
     return archive;
+}
+
+std::string deflatedZeros(uint64_t size) {
+    z_stream stream{};
+    deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
+    const std::string zeros(1 << 20, '\0');
+    std::string out;
+    char buffer[1 << 16];
+    for (uint64_t left = size;;) {
+        const uInt piece = uInt(left < zeros.size() ? left : zeros.size());
+        left -= piece;
+        stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(zeros.data()));
+        stream.avail_in = piece;
+        do {
+            stream.next_out = reinterpret_cast<Bytef*>(buffer);
+            stream.avail_out = sizeof buffer;
+            deflate(&stream, left == 0 ? Z_FINISH : Z_NO_FLUSH);
+            out.append(buffer, sizeof buffer - stream.avail_out);
+        } while (stream.avail_out == 0);
+        if (left == 0)
+            break;
+    }
+    deflateEnd(&stream);
+    return out;
+}
+
+ReportingClient::ReportingClient(const std::string& base) {
+    if (base.empty())
+        return;
+    const char* names[5] = {nullptr, "Preset", "Audio", "Midi", "Video"};
+    for (int type = 1; type <= 4; ++type) {
+        const std::string folder = base + "/" + names[type];
+        folders_[type] = std::u16string(folder.begin(), folder.end());
+    }
+}
+
+Halvorn::tresult ReportingClient::queryInterface(const Halvorn::FUID& iid, void** object) {
+    using namespace Halvorn;
+    if (iid == IMediaPackageReadReport::iid) {
+        *object = static_cast<IMediaPackageReadReport*>(this);
+        return kResultOk;
+    }
+    if (iid == FUnknown::iid || iid == IMediaPackageManagerClient::iid) {
+        *object = static_cast<IMediaPackageManagerClient*>(this);
+        return kResultOk;
+    }
+    *object = nullptr;
+    return kNoInterface;
+}
+
+const Halvorn::char16* ReportingClient::getPathForFileType(Halvorn::int32 type) {
+    return type >= 1 && type <= 4 && !folders_[type].empty() ? folders_[type].c_str() : nullptr;
+}
+
+Halvorn::tresult ReportingClient::report(Halvorn::int32 what, const Halvorn::char16* subject) {
+    std::string text;
+    for (const Halvorn::char16* c = subject; c && *c; ++c)
+        text += char(*c); // the tests use ASCII names
+    reports_.emplace_back(what, text);
+    return Halvorn::kResultOk;
+}
+
+std::vector<std::string> ReportingClient::subjects(Halvorn::int32 what) const {
+    std::vector<std::string> found;
+    for (const auto& [kind, subject] : reports_)
+        if (kind == what)
+            found.push_back(subject);
+    return found;
+}
+
+Halvorn::IPtr<Halvorn::IMediaProjectPackage> readWith(const std::string& package,
+                                                      ReportingClient& client) {
+    using namespace Halvorn;
+    const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
+    const std::u16string path(package.begin(), package.end());
+    return IPtr<IMediaProjectPackage>::adopt(manager->readPackage(path.c_str(), &client));
 }
 
 } // namespace PackageTest

@@ -3,6 +3,8 @@
 
 #include "common/testfiles.h"
 #include "common/zipbytes.h"
+#include "corvelle/package.h"
+#include "corvelle/ptr.h"
 
 #include <cstdint>
 #include <string>
@@ -43,6 +45,11 @@ struct RawEntry {
     uint16_t flags = 0;
     // When set, the size that both headers state for the uncompressed data.
     int64_t statedSize = -1;
+    // When not empty, the bytes as they stand in the archive, taken instead of data's.
+    std::string compressed = {};
+    // When set, the index of an earlier entry whose local header and data this entry's
+    // directory record points at (an overlap, as in a zip bomb).
+    int sharesDataWith = -1;
 };
 
 enum class ZipForm {
@@ -53,5 +60,34 @@ enum class ZipForm {
 
 // Builds a zip archive byte by byte, independent of minizip.
 std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form = ZipForm::kClassic);
+
+// Raw deflate of size zero bytes, made in pieces so that no buffer of that size is needed.
+std::string deflatedZeros(uint64_t size);
+
+// A client that puts each file type into a folder below base (or wants none when base is
+// empty) and keeps what the read reports.
+class ReportingClient : public Halvorn::IMediaPackageManagerClient,
+                        public Halvorn::IMediaPackageReadReport {
+public:
+    explicit ReportingClient(const std::string& base);
+
+    Halvorn::tresult queryInterface(const Halvorn::FUID& iid, void** object) override;
+    Halvorn::uint32 addRef() override { return 1; }
+    Halvorn::uint32 release() override { return 1; }
+    const Halvorn::char16* getPathForFileType(Halvorn::int32 type) override;
+    Halvorn::tresult report(Halvorn::int32 what, const Halvorn::char16* subject) override;
+
+    // The subjects reported for one case, in order.
+    std::vector<std::string> subjects(Halvorn::int32 what) const;
+    size_t reportCount() const { return reports_.size(); }
+
+private:
+    std::u16string folders_[5];
+    std::vector<std::pair<Halvorn::int32, std::string>> reports_;
+};
+
+// Reads a package through a fresh manager; null when the read fails.
+Halvorn::IPtr<Halvorn::IMediaProjectPackage> readWith(const std::string& package,
+                                                      ReportingClient& client);
 
 } // namespace PackageTest

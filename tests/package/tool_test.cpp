@@ -1,13 +1,22 @@
 // The corvelle tool on the sample package, run as a user would: output, exit codes, extraction.
+#include "corvelle/version.h"
 #include "packagetestsupport.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
+#include <map>
+#include <random>
+#include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
+#include <utility>
 
 using namespace PackageTest;
 
@@ -40,6 +49,35 @@ ToolRun runTool(const std::string& arguments, const ScratchFolder& scratch) {
     run.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     run.err = readFile(errFile);
     return run;
+}
+
+// Starts the tool without waiting for it; its pid, or -1.
+pid_t startTool(const std::vector<std::string>& arguments) {
+    std::vector<char*> argv{const_cast<char*>(kTool.c_str())};
+    for (const std::string& argument : arguments)
+        argv.push_back(const_cast<char*>(argument.c_str()));
+    argv.push_back(nullptr);
+    pid_t pid = -1;
+    return posix_spawn(&pid, kTool.c_str(), nullptr, nullptr, argv.data(), environ) == 0 ? pid : -1;
+}
+
+// Waits until ready says yes, then sends the signal; the tool's exit status, or -1.
+template <class Ready> int interruptWhen(pid_t pid, int signal, Ready ready) {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(120);
+    int status = 0;
+    while (!ready() && std::chrono::steady_clock::now() < deadline &&
+           waitpid(pid, &status, WNOHANG) == 0)
+        std::this_thread::sleep_for(std::chrono::microseconds(200));
+    kill(pid, signal);
+    if (waitpid(pid, &status, 0) != pid)
+        return -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+bool holdsFiles(const std::string& folder) {
+    const auto names = listTree(folder);
+    return std::any_of(names.begin(), names.end(),
+                       [](const std::string& name) { return name.back() != '/'; });
 }
 
 } // namespace
@@ -113,5 +151,162 @@ TEST_F(Tool, ExtractCopiesTheMediaAndFailuresSayOneLine) {
     }
     for (const char* command : {"info", "dump", "extract"})
         EXPECT_EQ(runTool(std::string(command) + " --help", scratch).status, 0) << command;
+    EXPECT_TRUE(temp.leftovers().empty());
+}
+
+TEST_F(Tool, MisuseExitsTwoNamingTheCulpritAndVersionNamesBoth) {
+    const std::pair<std::string, std::string> misuses[] = {
+        {"frobnicate", "frobnicate"},
+        {"info --bogus '" + kSample + "'", "--bogus"},
+        {"info", "PKG"},
+        {"", "subcommand"},
+    };
+    for (const auto& [arguments, culprit] : misuses) {
+        const ToolRun run = runTool(arguments, scratch);
+        EXPECT_EQ(run.status, 2) << arguments;
+        EXPECT_NE(run.err.find(culprit), std::string::npos) << arguments << ": " << run.err;
+        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+    }
+    const ToolRun version = runTool("--version", scratch);
+    EXPECT_EQ(version.status, 0);
+    EXPECT_EQ(version.out,
+              std::string("corvelle ") + CORVELLE_VERSION + " (module class version 1.0.30.119)\n");
+    const ToolRun help = runTool("--help", scratch);
+    EXPECT_NE(help.out.find("3 finished with warnings"), std::string::npos);
+    for (const char* command : {"info", "dump", "ls", "extract", "check", "repack", "new"})
+        EXPECT_NE(help.out.find("\n  " + std::string(command) + " "), std::string::npos)
+            << command << ": " << help.out;
+}
+
+TEST_F(Tool, LsListsTheEntriesAndEveryJsonCarriesItsFormat) {
+    const ToolRun table = runTool("ls '" + kSample + "'", scratch);
+    EXPECT_EQ(table.status, 0) << table.err;
+    EXPECT_NE(table.out.find("    88244  "), std::string::npos) << table.out;
+    EXPECT_NE(table.out.find("   audio/tone.wav\n"), std::string::npos) << table.out;
+    EXPECT_NE(table.out.find(" 3 files\n"), std::string::npos) << table.out;
+
+    const auto list = nlohmann::json::parse(runTool("ls --json '" + kSample + "'", scratch).out);
+    EXPECT_EQ(list["format"], 1);
+    std::map<std::string, uint64_t> sizes;
+    for (const auto& entry : list["entries"])
+        sizes[entry["name"]] = entry["size"];
+    EXPECT_EQ(sizes["audio/tone.wav"], 88244u);
+    EXPECT_EQ(sizes.count("project.xml"), 1u);
+
+    const auto summary =
+        nlohmann::json::parse(runTool("info --json '" + kSample + "'", scratch).out);
+    EXPECT_EQ(summary["format"], 1);
+    EXPECT_EQ(summary["tracks"], 5);
+    EXPECT_EQ(summary["signature"]["numerator"], 4);
+    EXPECT_EQ(summary["mediaFiles"], nlohmann::json::array({"audio/tone.wav"}));
+    EXPECT_EQ(
+        nlohmann::json::parse(runTool("dump --json '" + kSample + "'", scratch).out)["format"], 1);
+
+    // Not archives: the listing never opens a FIFO, which would block.
+    writeFile(scratch / "text.corvelle", "not a package");
+    ASSERT_EQ(mkfifo((scratch / "pipe.corvelle").c_str(), 0600), 0);
+    for (const char* name : {"text.corvelle", "pipe.corvelle", "missing.corvelle", "."}) {
+        const ToolRun failed = runTool("ls '" + (scratch / name) + "'", scratch);
+        EXPECT_EQ(failed.status, 1) << name;
+        EXPECT_EQ(failed.out, "") << name;
+        EXPECT_EQ(std::count(failed.err.begin(), failed.err.end(), '\n'), 1) << failed.err;
+    }
+}
+
+TEST_F(Tool, MediaThatCannotBePlacedIsAWarningNeverSuccess) {
+    // A target that is a plain file: no folder can be made below it.
+    writeFile(scratch / "plain", "");
+    const ToolRun blocked =
+        runTool("extract '" + kSample + "' '" + (scratch / "plain") + "'", scratch);
+    EXPECT_EQ(blocked.status, 3);
+    EXPECT_NE(blocked.err.find("media file not placed: audio/tone.wav"), std::string::npos)
+        << blocked.err;
+    EXPECT_NE(blocked.out.find("0 of 1 media files"), std::string::npos);
+
+    // A package whose document names a medium the archive doesn't hold.
+    const std::string documents = std::string(CORVELLE_SOURCE_DIR) + "/examples/sample-project/";
+    writeFile(scratch / "hollow.corvelle",
+              buildZip({{"project.xml", readFile(documents + "project.xml")},
+                        {"metadata.xml", readFile(documents + "metadata.xml")}}));
+    const ToolRun extracted = runTool(
+        "extract '" + (scratch / "hollow.corvelle") + "' '" + (scratch / "out") + "'", scratch);
+    EXPECT_EQ(extracted.status, 3);
+    EXPECT_EQ(std::count(extracted.err.begin(), extracted.err.end(), '\n'), 1) << extracted.err;
+    const ToolRun repacked = runTool("repack '" + (scratch / "hollow.corvelle") + "' '" +
+                                         (scratch / "again.corvelle") + "'",
+                                     scratch);
+    EXPECT_EQ(repacked.status, 3);
+    EXPECT_NE(repacked.err.find("media file not placed: "), std::string::npos) << repacked.err;
+    EXPECT_TRUE(exists(scratch / "again.corvelle"));
+    EXPECT_TRUE(temp.leftovers().empty());
+}
+
+TEST_F(Tool, SignalsLeaveNoTemporaryFolderStagingFolderOrPartialTarget) {
+    // Enough incompressible audio that the work takes long enough to be caught in the middle.
+    std::mt19937 random(3);
+    std::string noise(48u << 20, '\0');
+    for (char& byte : noise)
+        byte = static_cast<char>(random());
+    const std::string package = scratch / "big.corvelle";
+    writeFile(package,
+              buildZip({{"project.xml",
+                         "<Project><Structure><Track contentType=\"audio\" id=\"t\"/></Structure>"
+                         "<Arrangement><Lanes timeUnit=\"seconds\"><Lanes track=\"t\"><Clips>"
+                         "<Clip><Audio><File path=\"audio/noise.wav\"/></Audio></Clip>"
+                         "</Clips></Lanes></Lanes></Arrangement></Project>"},
+                        {"audio/noise.wav", noise, 0}}));
+    noise.clear();
+    const std::string out = scratch / "out";
+    writeFile(out + "/song.corvelle", "the user's earlier package");
+
+    const pid_t repack = startTool({"repack", package, out + "/song.corvelle"});
+    ASSERT_GT(repack, 0);
+    const int repackStatus = interruptWhen(repack, SIGTERM, [&] {
+        const auto names = listTree(out);
+        return std::any_of(names.begin(), names.end(), [](const std::string& name) {
+            return name.rfind("corvtmp/audio/", 0) == 0;
+        });
+    });
+    EXPECT_EQ(repackStatus, 128 + SIGTERM);
+    EXPECT_EQ(listTree(out), (std::vector<std::string>{"song.corvelle"}));
+    EXPECT_EQ(readFile(out + "/song.corvelle"), "the user's earlier package");
+    EXPECT_TRUE(temp.leftovers().empty());
+
+    const std::string media = scratch / "media";
+    const pid_t extract = startTool({"extract", package, media});
+    ASSERT_GT(extract, 0);
+    const int extractStatus =
+        interruptWhen(extract, SIGINT, [&] { return holdsFiles(temp.path()); });
+    EXPECT_EQ(extractStatus, 128 + SIGINT);
+    EXPECT_FALSE(holdsFiles(media));
+    EXPECT_TRUE(temp.leftovers().empty());
+}
+
+TEST_F(Tool, CheckListsEveryCaseAndExtractFailsOnAMediumThatDidNotArrive) {
+    const ToolRun clean = runTool("check '" + kSample + "'", scratch);
+    EXPECT_EQ(clean.status, 0);
+    EXPECT_EQ(clean.out, "ok\n");
+
+    const std::string package = scratch / "odd.corvelle";
+    writeFile(package,
+              buildZip({{"project.xml",
+                         "<Project><Structure><Track contentType=\"audio\" id=\"t\"/></Structure>"
+                         "<Arrangement><Lanes timeUnit=\"seconds\"><Lanes track=\"t\"><Clips>"
+                         "<Clip><Audio><File path=\"../x.wav\"/></Audio></Clip>"
+                         "</Clips></Lanes></Lanes></Arrangement></Project>"},
+                        {"audio/x.wav", "bzip2 bytes", 12}}));
+    const ToolRun odd = runTool("check '" + package + "'", scratch);
+    EXPECT_EQ(odd.status, 3);
+    EXPECT_EQ(odd.out,
+              "skipped entry: encrypted or of an unsupported compression method: audio/x.wav\n"
+              "refused media path leading out of the package: ../x.wav\n");
+    // The same cases are warnings of extract, on stderr.
+    const ToolRun extracted =
+        runTool("extract '" + package + "' '" + (scratch / "x") + "'", scratch);
+    EXPECT_EQ(extracted.status, 3);
+    EXPECT_NE(
+        extracted.err.find("corvelle: refused media path leading out of the package: ../x.wav"),
+        std::string::npos)
+        << extracted.err;
     EXPECT_TRUE(temp.leftovers().empty());
 }

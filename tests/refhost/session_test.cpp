@@ -1,5 +1,7 @@
-// Session files: the example round trip, and clear refusals of bad files.
+// Session files: the example round trip, and clear refusals of bad and hostile files.
 #include "hostfixture.h"
+
+#include <sys/stat.h>
 
 namespace Halvorn {
 namespace RefHostTest {
@@ -57,6 +59,9 @@ TEST_F(HostTest, AnImportedTrackSurvivesTheRoundTrip) {
 }
 
 TEST_F(HostTest, BadSessionsAreRefusedWithTheirPlace) {
+    // Media that would make the host wait forever.
+    ASSERT_EQ(mkfifo((folder->path() + "/media/pipe.wav").c_str(), 0600), 0);
+    ASSERT_EQ(mkfifo((folder->path() + "/media/pipe.mp4").c_str(), 0600), 0);
     struct Case {
         const char* pointer;
         json value;
@@ -78,6 +83,15 @@ TEST_F(HostTest, BadSessionsAreRefusedWithTheirPlace) {
         {"/project/tracks/4/tracks/0/items/0/kind", "tempo",
          "$.project.tracks[4].tracks[0].items[0]"},
         {"/project/tracks", json::object(), "$.project.tracks"},
+        {"/media/0/path", "media/pipe.wav", "$.media[0].path"},
+        {"/media/1/path", "media/pipe.mp4", "$.media[1].path"},
+        {"/media/1/path", "media", "$.media[1].path"},
+        {"/project/tracks/2/automation/1/parameter", "#abc",
+         "$.project.tracks[2].automation[1].parameter"},
+        {"/project/tracks/2/automation/1/parameter", "#-7",
+         "$.project.tracks[2].automation[1].parameter"},
+        {"/mixer/channels/4/sends/0/to", "drums-channel", "$.mixer.channels[4].sends[0].to"},
+        {"/mixer/channels/4/output", "drums-channel", "$.mixer.channels[4].output"},
     };
     for (const Case& bad : cases) {
         json session = exampleSession();
@@ -98,6 +112,24 @@ TEST_F(HostTest, BadSessionsAreRefusedWithTheirPlace) {
     writeText(path, "[]");
     EXPECT_FALSE(RefHost::Workstation::load(path, error));
     EXPECT_NE(error.find("$: expected an object"), std::string::npos) << error;
+    // A number a double can't hold is no parse error to the parser, but still named so.
+    writeText(path, "{\"mixer\": {\"maximumGain\": 1e999}}");
+    EXPECT_FALSE(RefHost::Workstation::load(path, error));
+    EXPECT_EQ(error.rfind(path + ": $: not JSON", 0), 0u) << error;
+
+    // Parts nested without end are refused at the depth of folders, not by the stack.
+    json session = exampleSession();
+    session["project"]["tracks"][2]["items"][1] = "DEEP";
+    std::string text = session.dump();
+    std::string deep;
+    for (int i = 0; i < 10000; ++i)
+        deep += "{\"kind\":\"audioPart\",\"events\":[";
+    for (int i = 0; i < 10000; ++i)
+        deep += "]}";
+    writeText(path, text.replace(text.find("\"DEEP\""), 6, deep));
+    EXPECT_FALSE(RefHost::Workstation::load(path, error));
+    EXPECT_EQ(error.rfind(path + ": $.project.tracks[2].items[1]", 0), 0u) << error;
+    EXPECT_NE(error.find("parts nest too deep"), std::string::npos) << error;
 }
 
 } // namespace RefHostTest

@@ -1,4 +1,4 @@
-// Helpers of the writer tests: UTF-16 text, expat checks and a cap on file sizes.
+// Helpers of the writer tests: UTF-16 text and expat checks.
 #include "writertestsupport.h"
 
 #include <expat.h>
@@ -36,21 +36,6 @@ bool isWellFormed(const std::string& document, std::string* message) {
                    std::to_string(XML_GetCurrentLineNumber(parser));
     XML_ParserFree(parser);
     return ok;
-}
-
-FileSizeLimit::FileSizeLimit(rlim_t bytes) {
-    if (getrlimit(RLIMIT_FSIZE, &previous_) != 0)
-        return;
-    previousSignal_ = signal(SIGXFSZ, SIG_IGN);
-    rlimit limited = previous_;
-    limited.rlim_cur = bytes;
-    active_ = setrlimit(RLIMIT_FSIZE, &limited) == 0;
-}
-
-FileSizeLimit::~FileSizeLimit() {
-    if (active_)
-        setrlimit(RLIMIT_FSIZE, &previous_);
-    signal(SIGXFSZ, previousSignal_);
 }
 
 } // namespace WriterTest

@@ -1,15 +1,12 @@
-// UTF-8 <-> UTF-16 for the programs around the library (tool, reference host, tests, benches),
-// which see none of the library's own string classes.
+// UTF-8 <-> UTF-16 for the programs around the library (tool, reference host, tests, benches):
+// the published helper, under the name these programs have always used.
 #pragma once
 
-#include <string>
-#include <string_view>
+#include "corvelle/utf8.h"
 
 namespace CorvelleSupport {
 
-// An ill-formed sequence becomes U+FFFD, one per byte or lone surrogate; null gives "".
-std::string toUtf8(std::u16string_view text);
-std::string toUtf8(const char16_t* text);
-std::u16string toUtf16(std::string_view text);
+using Halvorn::toUtf16;
+using Halvorn::toUtf8;
 
 } // namespace CorvelleSupport

@@ -2,7 +2,8 @@
 // then markers, tempo and time signature.
 #pragma once
 
-#include "model/cvnode.h"
+#include "documents/cvxmltree.h"
+#include "model/cvlistindex.h"
 
 namespace Halvorn {
 
@@ -20,31 +21,33 @@ public:
     CvArrangementReader(CvProject* project, CvTimeDomain* timeDomain)
         : project(project), timeDomain(timeDomain) {}
 
-    void read(const CvNode* arrangement);
+    void read(const CvXmlElement& arrangement);
 
 private:
-    void readLane(const CvNode* lane, bool outerSeconds);
-    void readClip(const CvNode* node, CvTrack* track, bool laneSeconds, bool outerSeconds) const;
-    void readAudioEvents(const CvNode* clipNode, CvClip* clip, bool laneSeconds) const;
-    void readAudioEvent(const CvNode* element, CvClip* clip, bool clipsSeconds) const;
-    void readNoteEvents(const CvNode* clipNode, CvClip* clip, bool laneSeconds) const;
-    void readVideoEvents(const CvNode* clipNode, CvClip* clip) const;
-    void readPoints(const CvNode* node, CvTrack* laneTrack, bool laneSeconds) const;
-    void readMarkers(const CvNode* node) const;
-    void readTempoAutomation(const CvNode* node) const;
-    void readSignatureAutomation(const CvNode* node) const;
+    void readLane(const CvXmlElement& lane, bool outerSeconds);
+    void readClip(const CvXmlElement& node, CvTrack* track, bool laneSeconds, bool outerSeconds) const;
+    void readAudioEvents(const CvXmlElement& clipNode, CvClip* clip, bool laneSeconds) const;
+    void readAudioEvent(const CvXmlElement& element, CvClip* clip, bool clipsSeconds) const;
+    void readNoteEvents(const CvXmlElement& clipNode, CvClip* clip, bool laneSeconds) const;
+    void readVideoEvents(const CvXmlElement& clipNode, CvClip* clip) const;
+    void readPoints(const CvXmlElement& node, CvTrack* laneTrack, bool laneSeconds) const;
+    void readMarkers(const CvXmlElement& node) const;
+    void readTempoAutomation(const CvXmlElement& node) const;
+    void readSignatureAutomation(const CvXmlElement& node) const;
 
     // A time attribute in seconds: read, and converted from beats unless seconds is true.
-    double readTime(const CvNode* node, const char8* key, double defaultValue, bool seconds) const;
+    double readTime(const CvXmlElement& node, const char8* key, double defaultValue, bool seconds) const;
     // The track of a lane's Clips or Points: the lane's own, else the element's "track".
-    CvTrack* trackFor(const CvNode* node, CvTrack* laneTrack) const;
+    CvTrack* trackFor(const CvXmlElement& node, CvTrack* laneTrack) const;
     // A track of its own for tempo, signature or markers, with the one clip that holds the
     // events; the clip is returned borrowed.
-    CvClip* addTimelineTrack(const CvNode* node, uint32 contentType, const char8* defaultName,
+    CvClip* addTimelineTrack(const CvXmlElement& node, uint32 contentType, const char8* defaultName,
                              uint32 eventType) const;
 
     CvProject* project;
     CvTimeDomain* timeDomain;
+    // The project's tracks by id, the first of each id in depth-first order.
+    CvIdIndex<CvTrack> tracks;
 };
 
 } // namespace Halvorn

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "documents/cvschemaparameters.h"
-#include "model/cvnode.h"
+#include "corvelle/ptr.h"
+#include "documents/cvxmltree.h"
 
 namespace Halvorn {
 
@@ -21,37 +22,37 @@ class CvStructureReader {
 public:
     explicit CvStructureReader(CvProject* project) : project(project) {}
 
-    void read(const CvNode* structure);
+    void read(const CvXmlElement& structure);
 
 private:
-    [[nodiscard]] static IPtr<CvTrack> readTrack(const CvNode* node);
-    void readTrackChannel(const CvNode* trackNode, CvTrack* track);
-    void readTracks(const CvNode* node, CvTrack* parent);
-    [[nodiscard]] static IPtr<CvChannel> readChannel(const CvNode* node);
-    static void readSends(const CvNode* channelNode, CvChannel* channel);
-    static void readDevices(const CvNode* channelNode, CvChannel* channel);
-    [[nodiscard]] static IPtr<CvDevice> readDevice(const CvNode* node);
-    [[nodiscard]] static IPtr<CvDevice> readInstrument(const CvNode* node, uint32 type, uint32 role,
+    [[nodiscard]] static IPtr<CvTrack> readTrack(const CvXmlElement& node);
+    void readTrackChannel(const CvXmlElement& trackNode, CvTrack* track);
+    void readTracks(const CvXmlElement& node, CvTrack* parent);
+    [[nodiscard]] static IPtr<CvChannel> readChannel(const CvXmlElement& node);
+    static void readSends(const CvXmlElement& channelNode, CvChannel* channel);
+    static void readDevices(const CvXmlElement& channelNode, CvChannel* channel);
+    [[nodiscard]] static IPtr<CvDevice> readDevice(const CvXmlElement& node);
+    [[nodiscard]] static IPtr<CvDevice> readInstrument(const CvXmlElement& node, uint32 type, uint32 role,
                                                        const String& id);
-    [[nodiscard]] static IPtr<CvDevice> readEqualizer(const CvNode* node, uint32 role,
+    [[nodiscard]] static IPtr<CvDevice> readEqualizer(const CvXmlElement& node, uint32 role,
                                                       const String& id);
     // The labelled parameters of one of the tables that node has as first direct children,
     // in the order of the table.
     template <size_t N>
-    static void readLabelledParameters(const CvNode* node, CvParameterContainer* container,
+    static void readLabelledParameters(const CvXmlElement& node, CvParameterContainer* container,
                                        const CvSchema::LabelledParameter (&rows)[N],
                                        bool switchDefault);
     // A labelled parameter as a first direct child of node, if there is one.
-    static void readLabelledParameter(const CvNode* node, CvParameterContainer* container,
+    static void readLabelledParameter(const CvXmlElement& node, CvParameterContainer* container,
                                       const CvSchema::LabelledParameter& row, bool switchDefault);
 
     // A real parameter from an element with the given defaults; an empty name takes the
     // element's "name" attribute. Nothing is clamped or converted.
-    [[nodiscard]] static IPtr<CvParameter> readRealParameter(const CvNode* node, const String& name,
+    [[nodiscard]] static IPtr<CvParameter> readRealParameter(const CvXmlElement& node, const String& name,
                                                              double value, double min, double max);
     // A two-step parameter of unit normalized from an element's Boolean "value".
     [[nodiscard]] static IPtr<CvParameter>
-    readSwitchParameter(const CvNode* node, const String& name, bool defaultValue);
+    readSwitchParameter(const CvXmlElement& node, const String& name, bool defaultValue);
 
     CvProject* project;
 };

@@ -3,10 +3,9 @@
 
 #include "corvelle/ptr.h"
 #include "corvelle/stream.h"
+#include "documents/cvxmltree.h"
 #include "documents/inewxmlhandler.h"
 #include "foundation/fstring.h"
-#include "foundation/tarray.h"
-#include "model/cvnode.h"
 #include "model/cvobject.h"
 
 namespace Halvorn {
@@ -14,8 +13,8 @@ namespace Halvorn {
 class CvProject;
 
 // One object for one reading: construct, call readProject, release. The first stage parses
-// the whole document into CvNode elements; the second builds the typed model from that tree,
-// so Structure is read before Arrangement whatever their order in the file.
+// the whole document into a compact element tree; the second builds the typed model from that
+// tree, so Structure is read before Arrangement whatever their order in the file.
 //
 // Hostile documents: elements nested deeper than kMaxDepth make the document malformed, which
 // keeps every later walk of the tree (and its destruction) within a bounded stack. An element's
@@ -37,6 +36,8 @@ public:
     [[nodiscard]] CvProject* readProject(const String& path);
     // The same from a stream standing at the document's first byte.
     [[nodiscard]] CvProject* readProject(IBStream* stream);
+    // True when the last reading failed on a token or a text over FXmlParser2::kMaxTokenBytes.
+    bool wasTooLarge() const { return tooLarge; }
 
     // For the parser alone.
     void startElement(FXmlParser2* parser, const char8* name, const char8** attributes) override;
@@ -49,13 +50,14 @@ protected:
 
 private:
     [[nodiscard]] bool parseTree(IBStream* stream);
-    [[nodiscard]] CvProject* buildProject() const;
-    double readTransport(CvProject* project) const;
+    [[nodiscard]] static CvProject* buildProject(const CvXmlElement& root);
+    static double readTransport(const CvXmlElement& root, CvProject* project);
 
-    IPtr<CvNode> root;
-    TArray<IPtr<CvNode>> openElements;
+    // Held until the reader goes or the next reading begins.
+    CvXmlTree tree;
     // Set when the parse had to be stopped: too deep, or out of memory.
     bool failed = false;
+    bool tooLarge = false;
 };
 
 } // namespace Halvorn

@@ -5,6 +5,7 @@
 #include "foundation/fstream.h"
 #include "foundation/fstring.h"
 #include "foundation/tarray.h"
+#include "model/cvfile.h"
 #include "model/cvobject.h"
 
 namespace Halvorn {
@@ -29,8 +30,9 @@ public:
     explicit CvXmlWriter(const String& packageFolder);
     ~CvXmlWriter() override = default;
 
-    // False for a null argument, a stream that can't take the output, or a stream that failed
-    // during the writing (so that no cut document is ever packed). The stream stays the caller's.
+    // False for a null argument, a stream that can't take the output, a stream that failed
+    // during the writing (so that no cut document is ever packed), or a medium that exists but
+    // couldn't be copied whole into the tree (a full disk). The stream stays the caller's.
     [[nodiscard]] bool writeProject(IMediaProject* project, FStream* stream);
     // The fixed metadata skeleton; false without a stream or when it fails.
     [[nodiscard]] bool writeMetaData(FStream* stream);
@@ -65,11 +67,14 @@ private:
 
     // Puts the file at sourcePath into the tree's folder folderName unless a file of its name
     // is there already, and gives its path in the document ("audio/name"). True when a file of
-    // that name lies in the tree afterwards.
-    [[nodiscard]] bool stageFile(const char16* sourcePath, const char8* folderName,
+    // that name lies in the tree afterwards. Only a path that may stand for a medium of the type
+    // is taken (see isAcceptableOutsideMedium); one that can't be copied whole marks the
+    // writing as failed.
+    [[nodiscard]] bool stageFile(const char16* sourcePath, CvFileType type, const char8* folderName,
                                  String& documentPath);
 
     String packageFolder;
+    bool stagingFailed = false;
 };
 
 } // namespace Halvorn

@@ -38,6 +38,9 @@ public:
     // created exclusively, so a concurrent caller who takes the same name first makes this one
     // search again; an item that existed before is never taken over. claimed receives the url.
     [[nodiscard]] bool claimUnique(const FUrl& wanted, FUrl& claimed) const;
+    // As claimUnique for a file, which stays locked (flock) through lockedFd until the caller
+    // closes it: a claimed file nobody holds locked was left by a writer that was killed.
+    [[nodiscard]] bool claimLockedFile(const FUrl& wanted, FUrl& claimed, int& lockedFd) const;
     // Renames a file over the target in one step; a link at the target is replaced, not followed.
     [[nodiscard]] bool renameFile(const FUrl& source, const FUrl& target) const;
     // True when the file was deleted.

@@ -96,5 +96,8 @@ bool isValidUtf8(const char8* text, int32 length);
 // Decodes the code point at text[i] and moves i past it; an ill-formed or cut sequence gives
 // U+FFFD and consumes one byte.
 char32_t decodeUtf8(const unsigned char* text, uint32 length, uint32& i);
+// A hash of the text's code points: equal texts hash alike whether they are held 8-bit or wide.
+// Reads the text as it is held and never converts it.
+uint64 hashText(const String& text);
 
 } // namespace Halvorn

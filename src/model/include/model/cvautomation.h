@@ -2,7 +2,7 @@
 #pragma once
 
 #include "corvelle/mediaautomation.h"
-#include "model/cvnode.h"
+#include "model/cvlist.h"
 
 namespace Halvorn {
 
@@ -59,7 +59,7 @@ protected:
     ~CvAutomation() override;
 
 private:
-    TArray<IPtr<CvAutomationPoint>> points_;
+    CvUniqueList<CvAutomationPoint> points_;
     String target_;
     uint32 unit_;
 };

@@ -88,7 +88,7 @@ protected:
     ~CvEqualizer() override;
 
 private:
-    TArray<IPtr<CvEqualizerBand>> bands_;
+    CvUniqueList<CvEqualizerBand> bands_;
 };
 
 // The host's own instrument, of type kDeviceBuiltinInstrument, named by its preset.

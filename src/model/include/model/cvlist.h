@@ -1,29 +1,100 @@
-// Helpers for the model's owning lists: unique and plain adding, bounded access, look-up by id,
-// raw copies.
+// The model's owning lists: CvUniqueList for unique adds with its indexes, and helpers for plain
+// adding, bounded access and raw copies.
 #pragma once
 
 #include "corvelle/ptr.h"
 #include "foundation/tarray.h"
-#include "model/cvnode.h"
+#include "model/cvlistindex.h"
 
 namespace Halvorn {
 
-template <class T> bool listHolds(const TArray<IPtr<T>>& list, const T* object) {
-    for (const IPtr<T>& element : list)
-        if (element.get() == object)
-            return true;
-    return false;
-}
+// An owning list whose add keeps each object once, in order of adding. While short it is
+// searched element by element; from kIndexedFrom elements on, a hash index beside it answers,
+// so that adding stays constant however long the list grows. With findsById, a second index
+// gives the first element of each id. T is a CvNode class.
+template <class T> class CvUniqueList {
+public:
+    static constexpr int32 kIndexedFrom = 8;
+
+    explicit CvUniqueList(bool findsById = false) : findsById_(findsById) {}
+
+    // Appends with a reference of the list's own; null, or an object the list holds, does
+    // nothing. fresh: the caller knows that no list ever took the object, so there is nothing
+    // to search for.
+    void add(T* object, bool fresh = false) {
+        if (!object || (!fresh && holds(object)) || !elements_.add(IPtr<T>(object)))
+            return;
+        if (objects_ && !objects_->insert(object, hashPointer(object)))
+            objects_.reset(); // out of memory: searched element by element until rebuilt
+        if (findsById_)
+            indexId(object);
+    }
+
+    // The first element with the id, or null.
+    T* findById(const String& id) const {
+        if (ids_)
+            return ids_->find(id);
+        for (const IPtr<T>& element : elements_) {
+            ++listComparisons();
+            if (CvIdIndex<T>::idOf(element.get()) == id)
+                return element.get();
+        }
+        return nullptr;
+    }
+
+    const TArray<IPtr<T>>& elements() const { return elements_; }
+
+private:
+    // Builds the object index on the first search of a long list, so a list filled only with
+    // fresh objects never pays for one.
+    bool holds(const T* object) {
+        if (!objects_ && elements_.total() >= kIndexedFrom)
+            objects_ = buildIndex<CvPointerIndex<T>>([](CvPointerIndex<T>& index, T* element) {
+                return index.insert(element, hashPointer(element));
+            });
+        if (objects_)
+            return objects_->find(hashPointer(object), [&](const T* held) { return held == object; });
+        for (const IPtr<T>& element : elements_) {
+            ++listComparisons();
+            if (element.get() == object)
+                return true;
+        }
+        return false;
+    }
+
+    // Lookups by id may come from several readers at once, so this index is built as the list
+    // grows, never on a lookup.
+    void indexId(T* object) {
+        if (ids_) {
+            if (!ids_->add(object))
+                ids_.reset();
+        } else if (elements_.total() >= kIndexedFrom) {
+            ids_ = buildIndex<CvIdIndex<T>>(
+                [](CvIdIndex<T>& index, T* element) { return index.add(element); });
+        }
+    }
+
+    // An index of every element, or null when memory ran out.
+    template <class Index, class Insert> std::unique_ptr<Index> buildIndex(Insert insert) const {
+        std::unique_ptr<Index> index(new (std::nothrow) Index);
+        if (!index)
+            return nullptr;
+        for (const IPtr<T>& element : elements_)
+            if (!insert(*index, element.get()))
+                return nullptr;
+        return index;
+    }
+
+    // Doubling, so that a long list grows in linear time.
+    TArray<IPtr<T>> elements_{-1};
+    std::unique_ptr<CvPointerIndex<T>> objects_;
+    std::unique_ptr<CvIdIndex<T>> ids_;
+    bool findsById_;
+};
 
 // Plain add: appends with one reference of the list's own; null does nothing.
 template <class T> void addToList(TArray<IPtr<T>>& list, T* object) {
     if (object)
-        list.add(IPtr<T>(object));
-}
-
-// Unique add: as addToList, but an object the list already holds is not added again.
-template <class T> void addUniqueToList(TArray<IPtr<T>>& list, T* object) {
-    if (object && !listHolds(list, object))
         list.add(IPtr<T>(object));
 }
 
@@ -34,19 +105,16 @@ template <class I, class T> I* listElement(const TArray<IPtr<T>>& list, uint32 i
     return static_cast<I*>(list.at(static_cast<int32>(index)).get());
 }
 
-// The element with the id as face I, borrowed; null for a null id or when none has it.
-template <class I, class T> I* listFindById(const TArray<IPtr<T>>& list, const char16* id) {
-    if (!id)
-        return nullptr;
-    String wanted(id);
-    for (const IPtr<T>& element : list)
-        if (element->getNodeId() == wanted)
-            return element.get();
-    return nullptr;
+template <class I, class T> I* listElement(const CvUniqueList<T>& list, uint32 index) {
+    return listElement<I>(list.elements(), index);
 }
 
 template <class T> uint32 listCount(const TArray<IPtr<T>>& list) {
     return static_cast<uint32>(list.total());
+}
+
+template <class T> uint32 listCount(const CvUniqueList<T>& list) {
+    return listCount(list.elements());
 }
 
 // A temporary copy of the elements that holds no references.
@@ -55,6 +123,10 @@ template <class T> TArray<T*> rawList(const TArray<IPtr<T>>& list) {
     for (const IPtr<T>& element : list)
         result.add(element.get());
     return result;
+}
+
+template <class T> TArray<T*> rawList(const CvUniqueList<T>& list) {
+    return rawList(list.elements());
 }
 
 } // namespace Halvorn

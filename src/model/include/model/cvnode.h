@@ -38,16 +38,17 @@ private:
     uint8 alpha_ = 0;
 };
 
-// One attribute of a reader node. Held by value: a node owns its attributes alone and never
+// One attribute of a plain node. Held by value: a node owns its attributes alone and never
 // hands them out, so a reference count and a heap object each would only cost time and memory.
 struct CvNodeAttribute {
     String key;
     String value;
 };
 
-// A named node: the base of the typed model classes, and on its own the plain element tree the
-// document reader parses into. getNodeId and getNodeName give the String; through IMediaObject
-// getId and getName give UTF-16 text. Names and keys compare case-sensitively.
+// A named node: the base of the typed model classes, and on its own a plain element tree with
+// children and attributes (the document reader keeps a compact tree of its own instead).
+// getNodeId and getNodeName give the String; through IMediaObject getId and getName give
+// UTF-16 text. Names and keys compare case-sensitively.
 class CvNode : public CvObject, public IMediaObject {
 public:
     CV_DECLARE_TYPE(CvNode, CvObject)
@@ -57,16 +58,16 @@ public:
 
     tresult queryInterface(const FUID& iid, void** object) override;
 
-    const char16* getId() override { return id_.text16(); }
-    const char16* getName() override { return name_.text16(); }
+    const char16* getId() override;
+    const char16* getName() override;
     // Borrowed, valid while the node lives; a reference taken on it counts on the node.
-    IMediaColor* getColor() override { return &color_; }
+    IMediaColor* getColor() override;
 
-    const String& getNodeId() const { return id_; }
-    const String& getNodeName() const { return name_; }
-    void setName(const String& name) { name_ = name; }
-    const CvColor& getNodeColor() const { return color_.value; }
-    void setColor(const CvColor& color) { color_.value = color; }
+    const String& getNodeId() const;
+    const String& getNodeName() const;
+    void setName(const String& name);
+    const CvColor& getNodeColor() const;
+    void setColor(const CvColor& color);
 
     // Plain add: appends, null does nothing, no test for duplicates.
     void addChild(CvNode* child);
@@ -81,19 +82,16 @@ public:
     // Overwrites the value of an existing key in its place, else appends.
     void setAttribute(const String& key, const String& value);
     void setAttribute(String&& key, String&& value);
-    // Room for count attributes in one allocation, for a caller that knows how many will come.
-    void reserveAttributes(int32 count);
     // The value, or defaultValue when the key is absent; a present empty value stays empty.
     String getAttribute(const String& key, const String& defaultValue = String()) const;
     bool hasAttribute(const String& key) const;
-    // The value held under an 8-bit key, or null when absent; no String is made for the key.
-    const String* findAttributeValue(const char8* key) const;
 
 protected:
     ~CvNode() override;
 
 private:
     struct Tree;
+    struct Details;
 
     // The node's colour behind IMediaColor: it has no count of its own, its node's serves.
     class ColorFace : public IMediaColor {
@@ -117,15 +115,16 @@ private:
     };
 
     CvNodeAttribute* findAttribute(const String& key) const;
+    Details& details();
     Tree& tree();
+    // Null while the node has neither child nor attribute.
+    Tree* findTree() const;
     void collect(TArray<CvNode*>& out, const String* name, bool deep) const;
 
-    String id_;
-    String name_;
-    ColorFace color_{*this};
-    // Only the reader's plain nodes have children and attributes, so typed objects pay one
-    // pointer for them instead of two arrays.
-    std::unique_ptr<Tree> tree_;
+    // Id, name, colour, children and attributes, made on the first that is set. Most nodes of
+    // a large project are notes and automation points, which set none of them, so each of
+    // those pays one pointer here instead of about sixty bytes.
+    std::unique_ptr<Details> details_;
 };
 
 } // namespace Halvorn

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "corvelle/mediaparameter.h"
-#include "model/cvnode.h"
+#include "model/cvlist.h"
 
 namespace Halvorn {
 
@@ -68,7 +68,7 @@ protected:
     ~CvParameterContainer() override;
 
 private:
-    TArray<IPtr<CvParameter>> parameters_;
+    CvUniqueList<CvParameter> parameters_{true};
 };
 
 } // namespace Halvorn

@@ -4,6 +4,8 @@
 #include "corvelle/mediaproject.h"
 #include "model/cvtrack.h"
 
+#include <cmath>
+
 namespace Halvorn {
 
 class CvSignature : public CvNode, public IMediaSignature {
@@ -33,16 +35,26 @@ class CvTimeDomain : public CvNode {
 public:
     CV_DECLARE_TYPE(CvTimeDomain, CvNode)
 
-    explicit CvTimeDomain(double bpm) : bpm_(bpm) {}
+    static constexpr double kDefaultBpm = 120.0;
 
-    double beatsToSeconds(double beats) const { return 60.0 / bpm_ * beats; }
+    // A tempo that is not finite or not above 0 would turn every time into infinity or NaN;
+    // the model's default stands in for it.
+    explicit CvTimeDomain(double bpm) : bpm_(usable(bpm)) {}
+
+    // A time too large for a double reads as 0 rather than as infinity.
+    double beatsToSeconds(double beats) const {
+        const double seconds = 60.0 / bpm_ * beats;
+        return std::isfinite(seconds) ? seconds : 0.0;
+    }
     double secondsToBeats(double seconds) const { return seconds / (60.0 / bpm_); }
-    void setTempo(double bpm) { bpm_ = bpm; }
+    void setTempo(double bpm) { bpm_ = usable(bpm); }
 
 protected:
     ~CvTimeDomain() override = default;
 
 private:
+    static double usable(double bpm) { return std::isfinite(bpm) && bpm > 0.0 ? bpm : kDefaultBpm; }
+
     double bpm_;
 };
 
@@ -84,8 +96,8 @@ protected:
     ~CvProject() override;
 
 private:
-    TArray<IPtr<CvTrack>> tracks_;
-    TArray<IPtr<CvChannel>> channels_;
+    CvUniqueList<CvTrack> tracks_;
+    CvUniqueList<CvChannel> channels_{true};
     IPtr<CvParameter> tempo_;
     IPtr<CvSignature> timeSignature_;
     String applicationName_;

@@ -5,6 +5,7 @@
 #include "model/cvautomation.h"
 #include "model/cvdevice.h"
 #include "model/cvevent.h"
+#include "model/cvlist.h"
 #include "model/cvparameter.h"
 
 namespace Halvorn {
@@ -71,8 +72,8 @@ protected:
     ~CvChannel() override;
 
 private:
-    TArray<IPtr<CvDevice>> devices_;
-    TArray<IPtr<CvSend>> sends_;
+    CvUniqueList<CvDevice> devices_;
+    CvUniqueList<CvSend> sends_;
     String destination_;
     uint32 kind_;
     uint32 role_;
@@ -117,9 +118,9 @@ protected:
     ~CvTrack() override;
 
 private:
-    TArray<IPtr<CvTrack>> tracks_;
-    TArray<IPtr<CvClip>> clips_;
-    TArray<IPtr<CvAutomation>> automations_;
+    CvUniqueList<CvTrack> tracks_;
+    CvUniqueList<CvClip> clips_;
+    CvUniqueList<CvAutomation> automations_;
     IPtr<CvChannel> channel_;
     uint32 contentType_;
     bool loaded_ = true;

@@ -1,0 +1,154 @@
+// The reading commands, each an exit code from conventions.h.
+#include "projectcommands.h"
+
+#include "conventions.h"
+#include "corvelle/mediaproject.h"
+#include "mediaplacement.h"
+#include "modelwalk.h"
+#include "outline.h"
+#include "packagereading.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <iostream>
+#include <optional>
+
+namespace CorvelleTool {
+
+namespace {
+
+using Halvorn::IMediaProject;
+using Halvorn::IMediaProjectPackage;
+using Halvorn::IPtr;
+using nlohmann::ordered_json;
+
+// The project of a package read, or null after the one error line. The library tells no
+// reason, so the line tells the likely one.
+IMediaProject* projectOf(const IPtr<IMediaProjectPackage>& package, const std::string& path) {
+    IMediaProject* project = package ? package->getProject() : nullptr;
+    if (!project) {
+        std::error_code error;
+        const char* reason = std::filesystem::is_regular_file(path, error)
+                                 ? "not a zip archive with a readable project.xml"
+                                 : "no such file";
+        std::cerr << "corvelle: cannot read package '" << path << "': " << reason << "\n";
+    }
+    return project;
+}
+
+// The JSON outputs open with their format version.
+ordered_json withFormat(const ordered_json& fields) {
+    ordered_json out = {{"format", kJsonFormat}};
+    for (const auto& field : fields.items())
+        out[field.key()] = field.value();
+    return out;
+}
+
+ordered_json summaryJson(const ModelDump& dump) {
+    const ModelSummary& s = dump.summary;
+    ordered_json out = {{"application", dump.tree["application"]}};
+    if (dump.tree.contains("tempo"))
+        out["tempo"] = dump.tree["tempo"]["value"];
+    if (dump.tree.contains("signature"))
+        out["signature"] = {{"numerator", dump.tree["signature"]["numerator"]},
+                            {"denominator", dump.tree["signature"]["denominator"]}};
+    out["tracks"] = s.tracks;
+    out["clips"] = s.clips;
+    out["events"] = s.events;
+    out["channels"] = s.channels;
+    out["devices"] = s.devices;
+    out["automationPoints"] = s.automationPoints;
+    out["mediaFiles"] = s.mediaFiles;
+    return withFormat(out);
+}
+
+void printSummary(const ModelDump& dump) {
+    const auto& tree = dump.tree;
+    const ModelSummary& s = dump.summary;
+    std::cout << "Application:       " << tree["application"]["name"].get<std::string>() << " "
+              << tree["application"]["version"].get<std::string>() << "\n";
+    if (tree.contains("tempo"))
+        std::cout << "Tempo:             " << tree["tempo"]["value"].get<double>() << " bpm\n";
+    if (tree.contains("signature"))
+        std::cout << "Signature:         " << tree["signature"]["numerator"].dump() << "/"
+                  << tree["signature"]["denominator"].dump() << "\n";
+    std::cout << "Tracks:            " << s.tracks << "\n"
+              << "Clips:             " << s.clips << "\n"
+              << "Events:            " << s.events << "\n"
+              << "Channels:          " << s.channels << "\n"
+              << "Devices:           " << s.devices << "\n"
+              << "Automation points: " << s.automationPoints << "\n"
+              << "Media files:       " << s.mediaFiles.size() << "\n";
+}
+
+// The model of a package read without its media, or nothing after the one error line. What
+// the read refused or skipped is said on stderr and added to cases.
+std::optional<ModelDump> readModel(const std::string& path, std::vector<ReadCase>& cases) {
+    const auto package = readPackage(path, {}, cases);
+    reportCases(cases);
+    IMediaProject* project = projectOf(package, path);
+    if (!project)
+        return std::nullopt;
+    return walkProject(*project);
+}
+
+} // namespace
+
+int info(const std::string& path, bool json) {
+    std::vector<ReadCase> cases;
+    const std::optional<ModelDump> model = readModel(path, cases);
+    if (!model)
+        return kExitFailed;
+    if (json)
+        std::cout << summaryJson(*model).dump(2) << "\n";
+    else
+        printSummary(*model);
+    return cases.empty() ? kExitSuccess : kExitWarnings;
+}
+
+int dump(const std::string& path, bool json) {
+    std::vector<ReadCase> cases;
+    const std::optional<ModelDump> model = readModel(path, cases);
+    if (!model)
+        return kExitFailed;
+    if (json)
+        std::cout << withFormat(model->tree).dump(2) << "\n";
+    else
+        std::cout << renderOutline(model->tree);
+    return cases.empty() ? kExitSuccess : kExitWarnings;
+}
+
+int extract(const std::string& path, const std::string& folder) {
+    std::vector<ReadCase> cases;
+    const auto package = readPackage(path, folder, cases);
+    reportCases(cases);
+    IMediaProject* project = projectOf(package, path);
+    if (!project)
+        return kExitFailed;
+    const ModelSummary summary = walkProject(*project).summary;
+    const std::vector<std::string> unplaced = unplacedMedia(summary.mediaFiles, folder);
+    for (const std::string& file : summary.mediaFiles)
+        if (std::find(unplaced.begin(), unplaced.end(), file) == unplaced.end())
+            std::cout << file << "\n";
+    std::cout << summary.mediaFiles.size() - unplaced.size() << " of " << summary.mediaFiles.size()
+              << " media files in " << folder << "\n";
+    return warnUnplaced(unplaced, path) == kExitSuccess && cases.empty() ? kExitSuccess
+                                                                         : kExitWarnings;
+}
+
+int check(const std::string& path) {
+    std::vector<ReadCase> cases;
+    std::error_code error;
+    const std::filesystem::path media = std::filesystem::temp_directory_path(error) / "media";
+    const auto package = readPackage(path, error ? std::string() : media.string(), cases);
+    for (const ReadCase& readCase : cases)
+        std::cout << describe(readCase) << "\n";
+    if (!projectOf(package, path))
+        return kExitFailed;
+    if (!cases.empty())
+        return kExitWarnings;
+    std::cout << "ok\n";
+    return kExitSuccess;
+}
+
+} // namespace CorvelleTool
