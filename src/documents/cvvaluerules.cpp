@@ -88,9 +88,6 @@ bool readBoolean(const String& text) { return text == String(CvSchema::Text::kTr
 bool isSeconds(const String& text) { return text == String(CvSchema::Text::kSeconds); }
 
 String formatReal(double value, uint32 precision) {
-    // A package never holds a non-finite number: no reader could take it back.
-    if (!std::isfinite(value))
-        value = 0.0;
     std::string text;
     auto print = [&text](const char8* format, auto... args) {
         int size = std::snprintf(nullptr, 0, format, args...);

@@ -5,7 +5,6 @@
 
 #include <cmath>
 #include <cstdint>
-#include <limits>
 
 namespace Halvorn {
 namespace {
@@ -83,9 +82,6 @@ TEST(ValueRules, RealsAreWrittenWithFallingPrecision) {
     // A whole number past 32 bits printed without decimals keeps its zeros.
     EXPECT_EQ(formatReal(1e16, 6), String("10000000000000000"));
     EXPECT_EQ(formatReal(1e-300, 16), String("0"));
-    EXPECT_EQ(formatReal(std::numeric_limits<double>::infinity(), 6), String("0"));
-    EXPECT_EQ(formatReal(-std::numeric_limits<double>::infinity(), 0), String("0"));
-    EXPECT_EQ(formatReal(std::numeric_limits<double>::quiet_NaN(), 16), String("0"));
     // What is written reads back as the same value at these precisions.
     for (double x : {0.125, 97.5, 3.25, 1e-3, 44100.0, 123456.75})
         EXPECT_DOUBLE_EQ(readReal(formatReal(x, 16)), x);
