@@ -109,7 +109,7 @@ String formatReal(double value, uint32 precision) {
     } else {
         double magnitude = std::fabs(value);
         double scale = magnitude >= 1.0 ? std::log10(magnitude) : std::log10(1.0 / magnitude) + 1.0;
-        // scale is at least 0 here; a huge one keeps the full precision.
+        // scale is at least 0 here; a non-finite one keeps the full precision, as a large one does.
         uint32 decimals = precision;
         if (std::isfinite(scale) && scale < 17.0) {
             uint32 room = 16u - static_cast<uint32>(scale);
