@@ -59,6 +59,14 @@ demo)
     build/refhost/corvelle-host export "$session" "$demo_dir/session.corvelle" \
         --session-out "$demo_dir/session-after.json"
     build/tools/corvelle info "$demo_dir/session.corvelle"
+    say "== that package imported into a session whose project is empty ($demo_dir/imported.json)"
+    cp build/examples/session/empty-session.json "$demo_dir/"
+    build/refhost/corvelle-host import "$demo_dir/empty-session.json" "$demo_dir/session.corvelle" \
+        --session-out "$demo_dir/imported.json"
+    build/refhost/corvelle-host show "$demo_dir/imported.json"
+    say "== the imported project exported again ($demo_dir/imported.corvelle)"
+    build/refhost/corvelle-host export "$demo_dir/imported.json" "$demo_dir/imported.corvelle"
+    build/tools/corvelle info "$demo_dir/imported.corvelle"
     say "== the module, loaded as a host loads it"
     build/refhost/corvelle-host plugin
     say "== the sample package ($sample)"

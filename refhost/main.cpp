@@ -1,6 +1,6 @@
 // corvelle-host: the reference host as a program. It loads the plug-in module as a host does,
-// runs its export command, and shows sessions.
-#include "exportrunner.h"
+// runs its export and import commands, and shows sessions.
+#include "filterrunner.h"
 #include "pluginrunner.h"
 #include "showtree.h"
 #include "support/parseerror.h"
@@ -51,7 +51,7 @@ int main(int argc, char** argv) {
                   "check the host's references");
     pluginCommand->add_option("--module", module, "The plug-in module to load")
         ->capture_default_str();
-    ExportRequest exportRequest;
+    FilterRequest exportRequest;
     CLI::App* exportCommand = app.add_subcommand(
         "export", "Load a session and export its project to a package through the plug-in's "
                   "export command, with the save dialog answering OUT");
@@ -59,12 +59,25 @@ int main(int argc, char** argv) {
         ->required();
     exportCommand->add_option("OUT", exportRequest.target, "The package the save dialog answers")
         ->required();
-    exportCommand->add_option("--session-out", exportRequest.sessionOut,
-                              "Write the session as it stands after the command to this file");
-    exportCommand->add_flag("--cancel", exportRequest.cancel,
-                            "The save dialog answers with nothing, as a user's cancel");
-    exportCommand->add_option("--module", module, "The plug-in module to load")
-        ->capture_default_str();
+    FilterRequest importRequest;
+    importRequest.command = FilterRequest::Command::kImport;
+    CLI::App* importCommand = app.add_subcommand(
+        "import", "Load a session and import a package into its project through the plug-in's "
+                  "import command, with the open dialog answering PKG; the media go below the "
+                  "session's project folder");
+    importCommand->add_option("SESSION", importRequest.sessionPath, "The session file (JSON)")
+        ->required();
+    importCommand->add_option("PKG", importRequest.target, "The package the open dialog answers")
+        ->required();
+    for (auto [command, request] :
+         {std::pair{exportCommand, &exportRequest}, std::pair{importCommand, &importRequest}}) {
+        command->add_option("--session-out", request->sessionOut,
+                            "Write the session as it stands after the command to this file");
+        command->add_flag("--cancel", request->cancel,
+                          "The dialog answers with nothing, as a user's cancel");
+        command->add_option("--module", module, "The plug-in module to load")
+            ->capture_default_str();
+    }
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -73,9 +86,10 @@ int main(int argc, char** argv) {
     try {
         if (*showCommand)
             return show(session);
-        if (*exportCommand) {
-            exportRequest.modulePath = module;
-            return runExport(exportRequest, std::cout, std::cerr);
+        if (*exportCommand || *importCommand) {
+            FilterRequest& request = *exportCommand ? exportRequest : importRequest;
+            request.modulePath = module;
+            return runFilterCommand(request, std::cout, std::cerr);
         }
         return runPlugin(module, std::cout, std::cerr);
     } catch (const std::exception& error) {

@@ -82,7 +82,9 @@ FUnknown* AudioClip::faceFor(const FUID& iid) {
     return faceIf<IHostMediaFile>(iid, this);
 }
 
-bool VideoClip::readFacts(const std::string& path) { return fileExists(path); }
+bool VideoClip::readFacts(const std::string& path) {
+    return readVideoFacts(path, frames, sampleRate);
+}
 
 FUnknown* VideoClip::faceFor(const FUID& iid) {
     if (iid == FUnknown::iid || iid == IHostMediaFile::iid)

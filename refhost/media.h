@@ -20,6 +20,9 @@ struct AudioFacts {
 // The facts of an audio file; false when it is missing or not audio.
 [[nodiscard]] bool readAudioFacts(const std::string& path, AudioFacts& facts);
 [[nodiscard]] bool fileExists(const std::string& path);
+// The length of a video file as frames at the rate given, from its movie header (MP4, MOV);
+// false when the file is missing or has no such header.
+[[nodiscard]] bool readVideoFacts(const std::string& path, int64& frames, float& sampleRate);
 
 class Url : public HostObject, public IHostUrl {
 public:
@@ -75,7 +78,8 @@ protected:
     bool readFacts(const std::string& path) override;
 };
 
-// Video facts can't be read here; a session states them, and a loaded file has none.
+// A video's length comes from the file's movie header, counted in frames of 48 kHz audio; a
+// session may state its facts instead.
 class VideoClip : public MediaFile, public IHostVideoClip {
 public:
     explicit VideoClip(Ledger& ledger) : MediaFile(ledger, "video clip") {}

@@ -155,7 +155,9 @@ IHostParameterOwner* ParamOwner::getChild(int32 index) {
 }
 
 const char8* ParamOwner::getPath() {
-    pathText_ = path();
+    // The text stays where it is while the path is unchanged: callers keep it between calls.
+    if (std::string fresh = path(); fresh != pathText_)
+        pathText_ = std::move(fresh);
     return pathText_.c_str();
 }
 
@@ -273,7 +275,9 @@ Send::Send(Ledger& ledger, std::string name, const double* maximumGain)
     : ParamOwner(ledger, "send", std::move(name)) {
     addParameter("volume", u"Level", Parameter::Kind::Volume, 0, 1).maximumGain = maximumGain;
     addParameter("on", u"On", Parameter::Kind::Number, 0, 1).normalized = 1.0;
-    addParameter("prePost", u"Pre/Post", Parameter::Kind::Number, -1, 1);
+    // A switch: 1 before the fader, 0 after it; its integer reading is 1 or -1.
+    Parameter& prePost = addParameter("prePost", u"Pre/Post", Parameter::Kind::Number, 0, 1);
+    prePost.intOf = [&prePost] { return prePost.normalized >= 0.5 ? 1 : -1; };
     Parameter& bus = addParameter("outputBus", u"Output", Parameter::Kind::Text, 0, 1);
     bus.textOf = [this] { return destination ? destination->title : std::u16string(); };
     bus.intOf = [this] { return destination ? 1 : 0; };

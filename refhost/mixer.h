@@ -163,7 +163,8 @@ class Channel : public ParamOwner,
                 public IHostChannelBus,
                 public IHostOutputRouting {
 public:
-    enum { kInsertSlots = 8 };
+    // A channel made in the mixer has all its send slots, empty; a session lists its own.
+    enum { kInsertSlots = 8, kSendSlots = 8 };
 
     Channel(Ledger& ledger, std::string kindName, std::string id, const double* maximumGain);
 

@@ -5,6 +5,7 @@
 #include "text.h"
 #include "workstation.h"
 
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
@@ -691,9 +692,15 @@ std::unique_ptr<Workstation> Workstation::load(const std::string& path, std::str
         error = path + ": $: not JSON (" + fault.what() + ")";
         return nullptr;
     }
-    size_t slash = path.find_last_of('/');
-    auto station =
-        fromJson(session, slash == std::string::npos ? "." : path.substr(0, slash), error);
+    // Relative paths in the file are taken from its folder, made absolute so that what a
+    // plug-in is told (the project folder, media it brings in) still holds after a save elsewhere.
+    std::error_code ignored;
+    std::string base = std::filesystem::absolute(std::filesystem::path(path).parent_path(), ignored)
+                           .lexically_normal()
+                           .string();
+    if (base.size() > 1 && base.back() == '/')
+        base.pop_back();
+    auto station = fromJson(session, base, error);
     if (!station)
         error = path + ": " + error;
     return station;

@@ -33,8 +33,16 @@ tresult TimelineNode::setMuted(IHostEditContext*, bool value, IHostEditSession* 
     return kResultOk;
 }
 
-tresult TimelineNode::setStart(IHostEditContext*, double position, IHostEditSession* session) {
-    start = position - origin();
+double TimelineNode::originIn(IHostEditContext* context) const {
+    if (container_)
+        return container_->childOrigin();
+    auto* place = hostCast<EditContext>(context);
+    return place && place->node() ? place->node()->childOrigin() : 0.0;
+}
+
+tresult TimelineNode::setStart(IHostEditContext* context, double position,
+                               IHostEditSession* session) {
+    start = position - originIn(context);
     record(session, "move");
     return kResultOk;
 }
@@ -76,16 +84,32 @@ bool TimelineNode::holds(const TimelineNode* child) const {
                        [child](const IPtr<TimelineNode>& held) { return held.get() == child; });
 }
 
-bool TimelineNode::moveChild(const TimelineNode* child, int32 index) {
+bool TimelineNode::moveChild(TimelineNode* child, int32 index) {
+    if (!child || index < 0)
+        return false;
+    for (const TimelineNode* above = this; above; above = above->container_)
+        if (above == child)
+            return false;
+    TimelineNode* from = child->container_;
+    if (!from || (from != this && !accepts(*child)))
+        return false;
     auto found =
-        std::find_if(children_.begin(), children_.end(),
+        std::find_if(from->children_.begin(), from->children_.end(),
                      [child](const IPtr<TimelineNode>& held) { return held.get() == child; });
-    if (found == children_.end() || index < 0 || size_t(index) >= children_.size())
+    if (found == from->children_.end())
         return false;
     IPtr<TimelineNode> moved = std::move(*found);
-    children_.erase(found);
-    children_.insert(children_.begin() + index, std::move(moved));
+    from->children_.erase(found);
+    size_t at = std::min(size_t(index), children_.size());
+    children_.insert(children_.begin() + std::ptrdiff_t(at), std::move(moved));
+    child->container_ = this;
     return true;
+}
+
+void TimelineNode::dispose() {
+    for (auto& child : children_)
+        child->container_ = nullptr;
+    children_.clear();
 }
 
 FUnknown* TimelineNode::faceFor(const FUID& iid) {

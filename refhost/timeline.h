@@ -27,7 +27,7 @@ public:
     tresult setSelected(IHostEditContext* context, bool selected) override;
     bool isMuted() override { return muted; }
     tresult setMuted(IHostEditContext* context, bool muted, IHostEditSession* session) override;
-    double getStart(IHostEditContext*) override { return start + origin(); }
+    double getStart(IHostEditContext* context) override { return start + originIn(context); }
     tresult setStart(IHostEditContext* context, double position,
                      IHostEditSession* session) override;
     double getLength(IHostEditContext*) override { return length; }
@@ -51,7 +51,10 @@ public:
     // Takes child in through an edit session; a container may do more than append it.
     virtual void adopt(IPtr<TimelineNode> child) { append(std::move(child)); }
     bool holds(const TimelineNode* child) const;
-    [[nodiscard]] bool moveChild(const TimelineNode* child, int32 index);
+    // Puts child at index (at the end when index is past it) among this object's children,
+    // taking it from the parent it has elsewhere if this object accepts it. Never makes an
+    // object its own ancestor.
+    [[nodiscard]] bool moveChild(TimelineNode* child, int32 index);
 
     std::string id;
     std::u16string name;
@@ -65,7 +68,7 @@ public:
 
 protected:
     FUnknown* faceFor(const FUID& iid) override;
-    void dispose() override { children_.clear(); }
+    void dispose() override;
     // Notes a change in session, when there is one.
     void record(IHostEditSession* session, const char* what);
     // Where this container's children are measured from, on the project's timeline: parts
@@ -73,6 +76,9 @@ protected:
     virtual double childOrigin() const { return container_ ? container_->childOrigin() : 0.0; }
     // Where this object's stored start is measured from.
     double origin() const { return container_ ? container_->childOrigin() : 0.0; }
+    // The same for an object not yet in a container: measured against the object that the
+    // context names, where it is about to go.
+    double originIn(IHostEditContext* context) const;
 
 private:
     // Borrowed: the container holds this object, never the other way round.

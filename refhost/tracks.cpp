@@ -111,6 +111,14 @@ tresult Track::setName(IHostEditContext* context, const char16* text, IHostEditS
     return result;
 }
 
+tresult Track::setColor(IHostEditContext* context, uint32 argb, IHostEditSession* session) {
+    tresult result = TimelineNode::setColor(context, argb, session);
+    // ... and its colour.
+    if (channel)
+        channel->color = argb;
+    return result;
+}
+
 tresult Track::setArrangement(uint32 speakerMask) {
     if (!channel || speakerMask == 0)
         return kResultFalse;

@@ -79,6 +79,7 @@ public:
     bool isType(const char8* text) override { return text && type == text; }
     tresult setName(IHostEditContext* context, const char16* name,
                     IHostEditSession* session) override;
+    tresult setColor(IHostEditContext* context, uint32 argb, IHostEditSession* session) override;
     IHostAutomationFolder* getAutomationFolder() override { return folder.get(); }
     IHostParameterOwner* getMixerChannel() override { return channel.get(); }
     tresult setArrangement(uint32 speakerMask) override;

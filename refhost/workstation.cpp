@@ -232,6 +232,15 @@ bool Workstation::claimId(const std::string& id) { return ids_.insert(id).second
 
 IPtr<Channel> Workstation::makeChannel(const std::string& kind, const std::string& id) {
     auto channel = ledger.make<Channel>(kind, id, &mixer->maximumGain);
+    for (int32 slot = 0; slot < Channel::kSendSlots; ++slot)
+        channel->addSend();
+    // A new channel plays through the first output channel, as a real mixer's does.
+    for (auto& owner : mixer->channelList().children)
+        if (auto* output = dynamic_cast<Channel*>(owner.get());
+            output && output->name == "OutputChannel") {
+            channel->setDestination(output);
+            break;
+        }
     // The template was checked when the session loaded; a new channel takes what it can.
     try {
         addModules(*this, *channel, stripTemplate, "$.mixer.strip");

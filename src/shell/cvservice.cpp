@@ -28,20 +28,19 @@ String folderOf(String path) {
     return path;
 }
 
-// The client's folders inside the work folder, in the order the command registers them.
-void registerWorkFolders(CvPackageManagerClient& client, const String& workFolder) {
+} // namespace
+
+void CvService::registerClientFolders(CvPackageManagerClient& client, const String& base) {
     static const struct {
         int32 type;
         const char8* name;
     } kFolders[] = {{2, "/Audio"}, {4, "/Video"}, {1, "/Preset"}, {3, "/Midi"}};
     for (const auto& folder : kFolders) {
-        String path(workFolder);
+        String path(base);
         path.append(folder.name);
         client.setPathForFileType(folder.type, path);
     }
 }
-
-} // namespace
 
 CvService::~CvService() {
     if (host_)
@@ -104,10 +103,9 @@ tresult CvService::exportProject(FUnknown*, FUnknown* target) {
 
     tresult result = kResultFalse;
     {
-        auto client =
-            newObject<CvPackageManagerClient>();
+        auto client = newObject<CvPackageManagerClient>();
         if (client) {
-            registerWorkFolders(*client, workFolder.getPath());
+            registerClientFolders(*client, workFolder.getPath());
             CvHostProgressDialog progress(host_, String("Export Corvelle"));
             progress.start();
             progress.setText(String("Reading the project"));

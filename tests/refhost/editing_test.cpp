@@ -112,5 +112,37 @@ TEST_F(HostTest, TempoSignatureAndNotesAreSetAsImportDoes) {
     EXPECT_EQ(station->history.back().name, "Import Events");
 }
 
+TEST_F(HostTest, MovingIntoAFolderNestsATopLevelTrack) {
+    auto top = IPtr<IHostEditContext>::adopt(project()->getEditContext(0));
+    auto session = service<IHostEditSession>();
+    IHostObjectType* folderTrack = project()->createTrack("folder");
+    IHostObjectType* first = project()->createTrack("audio");
+    IHostObjectType* second = project()->createTrack("FX Channel");
+    for (IHostObjectType* made : {folderTrack, first, second})
+        ASSERT_EQ(session->add(top.get(), made), kResultOk);
+    size_t topLevel = children(project()).size();
+    auto inFolder = IPtr<IHostEditContext>::adopt(top->contextFor(folderTrack));
+
+    ASSERT_EQ(session->move(inFolder.get(), first, 0), kResultOk);
+    // An index past the folder's end puts the track last.
+    ASSERT_EQ(session->move(inFolder.get(), second, 5), kResultOk);
+    EXPECT_EQ(children(folderTrack), (std::vector<FUnknown*>{first, second}));
+    EXPECT_EQ(children(project()).size(), topLevel - 2);
+    // A folder never goes into itself or below itself.
+    EXPECT_NE(session->move(inFolder.get(), folderTrack, 0), kResultOk);
+    auto inFirst = IPtr<IHostEditContext>::adopt(top->contextFor(first));
+    EXPECT_NE(session->move(inFirst.get(), folderTrack, 0), kResultOk);
+    ASSERT_EQ(session->move(top.get(), first, 0), kResultOk);
+    EXPECT_EQ(children(project())[0], first);
+
+    // A new channel has its send slots; renaming its track renames it in the mixer.
+    IHostParameterOwner* fx = queryInterface<IHostTrackChannel>(second)->getMixerChannel();
+    IHostParameterOwner* sends = child(fx, "Sends");
+    ASSERT_NE(sends, nullptr);
+    EXPECT_EQ(sends->getChildCount(), int32(RefHost::Channel::kSendSlots));
+    queryInterface<IHostTimelineObject>(second)->setName(top.get(), u"Plate 2", nullptr);
+    EXPECT_EQ(channel(u"Plate 2"), fx);
+}
+
 } // namespace RefHostTest
 } // namespace Halvorn

@@ -26,6 +26,22 @@ void writeText(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
 }
 
+std::string movieFile(int version, uint32 timescale, uint64 duration) {
+    auto number = [](uint64 value, int bytes) {
+        std::string out;
+        for (int i = bytes - 1; i >= 0; --i)
+            out += char((value >> (8 * i)) & 0xFF);
+        return out;
+    };
+    auto box = [&](const std::string& type, const std::string& body) {
+        return number(body.size() + 8, 4) + type + body;
+    };
+    int wide = version == 1 ? 8 : 4;
+    std::string header = number(uint64(version) << 24, 4) + number(0, wide) + number(0, wide) +
+                         number(timescale, 4) + number(duration, wide) + std::string(80, '\0');
+    return box("ftyp", "isom" + number(0, 4)) + box("moov", box("mvhd", header));
+}
+
 nlohmann::json exampleSession() {
     std::ifstream in(std::string(CORVELLE_SOURCE_DIR) + "/examples/session.json");
     return nlohmann::json::parse(in);
@@ -38,7 +54,7 @@ void HostTest::SetUp() {
     ASSERT_FALSE(folder->path().empty());
     ASSERT_EQ(::mkdir((folder->path() + "/media").c_str(), 0700), 0);
     writeWav(folder->path() + "/media/loop.wav", 44100, 2, 44100);
-    writeText(folder->path() + "/media/clip.mp4", "");
+    writeText(folder->path() + "/media/clip.mp4", movieFile(0, 1000, 2000));
     load(exampleSession());
 }
 

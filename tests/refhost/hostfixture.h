@@ -19,6 +19,9 @@ namespace RefHostTest {
 void writeWav(const std::string& path, int frames, int channels, int sampleRate);
 void writeText(const std::string& path, const std::string& text);
 nlohmann::json exampleSession();
+// The bytes of a video file that has only what tells its length: "ftyp", and "moov" with a
+// movie header of this version (0 or 1), timescale and duration.
+std::string movieFile(int version, uint32 timescale, uint64 duration);
 std::string utf8(const char16* text);
 
 class HostTest : public ::testing::Test {

@@ -179,6 +179,11 @@ TEST_F(HostTest, ThePoolFindsItsFilesAndTakesNewClipsOnce) {
 
     auto video = service<IHostVideoClip>();
     auto videoFile = queryInterface<IHostMediaFile>(video.get());
+    // A sound file is no video; a file with a movie header is.
+    EXPECT_NE(videoFile->load(url.get()), kResultOk);
+    std::string movie = folder->path() + "/media/movie.mp4";
+    writeText(movie, movieFile(0, 1000, 1000));
+    ASSERT_EQ(url->setPath(RefHost::toUtf16(movie).c_str(), 0), kResultOk);
     EXPECT_EQ(videoFile->load(url.get()), kResultOk);
     ASSERT_EQ(url->setPath(u"/no/such/clip.mp4", 0), kResultOk);
     EXPECT_NE(videoFile->load(url.get()), kResultOk);

@@ -34,7 +34,8 @@ bool isSeconds(const String& text);
 
 // Writes a real with the given precision: a whole number in 32-bit range (or any number at
 // precision 0) without a point; else fixed notation with fewer decimals as the number grows
-// away from 1 in either direction, and trailing zeros of the fraction removed.
+// away from 1 in either direction, and trailing zeros of the fraction removed. A non-finite
+// value is written as 0.
 String formatReal(double value, uint32 precision);
 
 } // namespace CvValueRules

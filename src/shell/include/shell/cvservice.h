@@ -7,6 +7,9 @@
 
 namespace Halvorn {
 
+class CvPackageManagerClient;
+class String;
+
 // Holds the host between commands and nothing else: every object of a command lives inside
 // the call.
 class CvService : public CvObject, public Quor::IProjectFilterPlugin3 {
@@ -25,6 +28,8 @@ public:
     // The save dialog, the remembered folder, the work folder beside the target, the export
     // under a progress dialog and the package write; every folder it made is removed again.
     tresult exportProject(FUnknown* reserved, FUnknown* target) override;
+    // The open dialog, the remembered path, the package read into the folders of the host's
+    // project and replayed into it. Without a project folder nothing is read: kResultFalse.
     tresult importProject(FUnknown* reserved, FUnknown* target) override;
 
     tresult reservedFilter2a(FUnknown*) override { return kResultFalse; }
@@ -44,6 +49,9 @@ protected:
     ~CvService() override;
 
 private:
+    // The client's four media folders below base, as both commands register them.
+    static void registerClientFolders(CvPackageManagerClient& client, const String& base);
+
     Quor::IHostContext* host_ = nullptr;
 };
 

@@ -1,5 +1,5 @@
-// The "corvelle-host export" command.
-#include "exportrunner.h"
+// The "corvelle-host export" and "corvelle-host import" commands.
+#include "filterrunner.h"
 
 #include "corvelle/filter.h"
 #include "corvelle/ptr.h"
@@ -36,7 +36,9 @@ IPtr<IProjectFilterPlugin> createFilter(IPluginFactory& factory, Workstation& st
 
 } // namespace
 
-int runExport(const ExportRequest& request, std::ostream& out, std::ostream& err) {
+int runFilterCommand(const FilterRequest& request, std::ostream& out, std::ostream& err) {
+    const bool importing = request.command == FilterRequest::Command::kImport;
+    const char* name = importing ? "import" : "export";
     std::string error;
     auto station = Workstation::load(request.sessionPath, error);
     if (!station) {
@@ -58,12 +60,14 @@ int runExport(const ExportRequest& request, std::ostream& out, std::ostream& err
             err << "corvelle-host: the module offers no project filter service\n";
             return 1;
         }
-        result = filter->exportProject(nullptr, station->project->itemFace());
+        FUnknown* target = station->project->itemFace();
+        result = importing ? filter->importProject(nullptr, target)
+                           : filter->exportProject(nullptr, target);
     }
     bool saved = request.sessionOut.empty() || station->save(request.sessionOut, error);
     LedgerReport report = station->close();
     module.finish();
-    out << "export: exportProject gave " << resultText(result) << "\n";
+    out << name << ": " << name << "Project gave " << resultText(result) << "\n";
     if (!saved) {
         err << "corvelle-host: " << error << "\n";
         return 1;
@@ -74,7 +78,7 @@ int runExport(const ExportRequest& request, std::ostream& out, std::ostream& err
         return 1;
     }
     if (result != kResultOk) {
-        err << "corvelle-host: the export did not complete ("
+        err << "corvelle-host: the " << name << " did not complete ("
             << (request.cancel ? "cancelled" : resultText(result)) << ")\n";
         return 1;
     }
