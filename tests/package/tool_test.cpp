@@ -234,6 +234,11 @@ TEST_F(Tool, MediaThatCannotBePlacedIsAWarningNeverSuccess) {
 }
 
 TEST_F(Tool, SignalsLeaveNoTemporaryFolderStagingFolderOrPartialTarget) {
+#ifdef CORVELLE_TSAN
+    // ThreadSanitizer defers signals around fork and waitpid, and under load the tool then dies
+    // of the signal it would handle; the plain and AddressSanitizer runs cover this road.
+    GTEST_SKIP() << "signal delivery around fork is not reliable under ThreadSanitizer";
+#endif
     // Enough incompressible audio that the work takes long enough to be caught in the middle.
     std::mt19937 random(3);
     std::string noise(48u << 20, '\0');
