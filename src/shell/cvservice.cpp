@@ -102,24 +102,24 @@ tresult CvService::exportProject(FUnknown*, FUnknown* target) {
         return kResultFalse;
 
     tresult result = kResultFalse;
-    {
+    // The model is built with throwing allocations; no exception may cross the interface.
+    try {
         auto client = newObject<CvPackageManagerClient>();
-        if (client) {
-            registerClientFolders(*client, workFolder.getPath());
-            CvHostProgressDialog progress(host_, String("Export Corvelle"));
-            progress.start();
-            progress.setText(String("Reading the project"));
-            auto exporter = IPtr<CvHostProjectExporter>::adopt(
-                new (std::nothrow) CvHostProjectExporter(host_, client.get()));
-            auto project = IPtr<IMediaProject>::adopt(exporter ? exporter->run() : nullptr);
-            if (project) {
-                progress.setText(String("Writing the package"));
-                auto package = newObject<CvPackage>(project.get());
-                CvPackageManager manager;
-                if (package && manager.writePackage(package.get(), path.text16()))
-                    result = kResultOk;
-            }
+        registerClientFolders(*client, workFolder.getPath());
+        CvHostProgressDialog progress(host_, String("Export Corvelle"));
+        progress.start();
+        progress.setText(String("Reading the project"));
+        auto exporter = newObject<CvHostProjectExporter>(host_, client.get());
+        auto project = IPtr<IMediaProject>::adopt(exporter->run());
+        if (project) {
+            progress.setText(String("Writing the package"));
+            auto package = newObject<CvPackage>(project.get());
+            CvPackageManager manager;
+            if (manager.writePackage(package.get(), path.text16()))
+                result = kResultOk;
         }
+    } catch (const std::bad_alloc&) {
+        result = kOutOfMemory;
     }
     // The package stands or not; a work folder that won't go away doesn't change that.
     (void)gFNFileSystem->removeFolder(workFolder, true);

@@ -34,21 +34,23 @@ tresult CvService::importProject(FUnknown*, FUnknown* target) {
     if (base.isEmpty())
         return kResultFalse;
 
-    auto client = IPtr<CvPackageManagerClient>::adopt(new (std::nothrow) CvPackageManagerClient);
-    if (!client)
-        return kResultFalse;
-    registerClientFolders(*client, base);
-    CvPackageManager manager;
-    auto package =
-        IPtr<IMediaProjectPackage>::adopt(manager.readPackage(path.text16(), client.get()));
-    IMediaProject* project = package ? package->getProject() : nullptr;
-    auto importer = project ? IPtr<CvHostProject>::adopt(new (std::nothrow) CvHostProject(host_))
-                            : IPtr<CvHostProject>();
-    if (!importer)
-        return kResultFalse;
-    // Whatever becomes of single items, the model was handed over.
-    importer->importProject(project);
-    return kResultOk;
+    // The model and the importer's registries use throwing allocations; no exception may
+    // cross the interface.
+    try {
+        auto client = newObject<CvPackageManagerClient>();
+        registerClientFolders(*client, base);
+        CvPackageManager manager;
+        auto package =
+            IPtr<IMediaProjectPackage>::adopt(manager.readPackage(path.text16(), client.get()));
+        IMediaProject* project = package ? package->getProject() : nullptr;
+        if (!project)
+            return kResultFalse;
+        // Whatever becomes of single items, the model was handed over.
+        newObject<CvHostProject>(host_)->importProject(project);
+        return kResultOk;
+    } catch (const std::bad_alloc&) {
+        return kOutOfMemory;
+    }
 }
 
 } // namespace Halvorn
