@@ -140,8 +140,6 @@ void CvHostProjectExporter::exportAutomation(IHostEditContext* context, CvTrack*
             if (isFader)
                 value = translator_ ? translator_->valueToGain(value) : 1.0;
             auto made = newObject<CvAutomationPoint>();
-            if (!made)
-                continue;
             made->setValue(value);
             made->setInterpolation(parameter->isContinuous() ? kInterpolationLinear
                                                              : kInterpolationHold);

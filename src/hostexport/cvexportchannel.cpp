@@ -48,8 +48,6 @@ CvChannel* CvHostProjectExporter::exportChannel(IHostParameterOwner* object, uin
         return nullptr;
     uint32 width = busWidth(host_.get(), *bus);
     auto channel = newObject<CvChannel>(kind, role, newId());
-    if (!channel)
-        return nullptr;
     channel->setAudioChannels(width);
     registerContainer(channel.get(), object);
     channel->setName(String(object->getTitle()));
@@ -126,8 +124,6 @@ void CvHostProjectExporter::exportSend(IHostParameterOwner* slot, CvChannel& cha
     auto prePost = findParameter(slot, "prePost");
     uint32 type = prePost && prePost->getIntValue() < 0 ? 1 : 0;
     auto send = newObject<CvSend>(type, newId());
-    if (!send)
-        return;
     if (destination)
         send->setDestination(destination->id);
     channel.addSend(send.get());

@@ -31,11 +31,9 @@ CvDevice* CvHostProjectExporter::exportDevice(IHostParameterOwner* slot,
         return nullptr;
     IPtr<CvDevice> device;
     if (type == kDeviceEqualizer)
-        device = IPtr<CvDevice>::adopt(new (std::nothrow) CvEqualizer(role, newId()));
+        device = IPtr<CvDevice>::adopt(new CvEqualizer(role, newId()));
     else
         device = newObject<CvDevice>(type, role, newId());
-    if (!device)
-        return nullptr;
     device->setName(name);
     if (auto on = findParameter(slot, "on"))
         device->setEnabled(on->getValue() > 0.0f);

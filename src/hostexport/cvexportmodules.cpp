@@ -143,8 +143,6 @@ CvParameter* CvHostProjectExporter::exportPluginParameter(const String& id,
         value /= 1000.0;
     }
     auto parameter = newObject<CvParameter>(unit, id);
-    if (!parameter)
-        return nullptr;
     parameter->setParameterId(info.id);
     parameter->setName(name);
     parameter->setMin(minimum);
@@ -218,8 +216,6 @@ void CvHostProjectExporter::addBands(CvEqualizer& equalizer, IHostParameterOwner
         if (type == kBandUnknown)
             continue;
         auto made = newObject<CvEqualizerBand>(type, uint32(band), newId());
-        if (!made)
-            continue;
         equalizer.addBand(made.get());
         addNeutralParameters(*made, module, kBandRows, band);
     }

@@ -12,8 +12,6 @@ using namespace Quor;
 IPtr<CvParameter> makeHostParameter(uint32 unit, const String& id, IHostParameter& source,
                                     const char8* name, double value, uint32 steps) {
     auto parameter = newObject<CvParameter>(unit, id);
-    if (!parameter)
-        return {};
     parameter->setParameterId(uint32(source.getTag()));
     parameter->setName(String(name));
     parameter->setMin(0.0);

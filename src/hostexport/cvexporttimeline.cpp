@@ -13,8 +13,6 @@ namespace {
 // The one clip of a tempo, signature or marker track, from 0 to its last event.
 IPtr<CvClip> makeListClip(CvTrack& track, uint32 eventType, const char8* name) {
     auto clip = newObject<CvClip>(eventType, String());
-    if (!clip)
-        return {};
     clip->setStart(0.0);
     clip->setName(String(name));
     track.addClip(clip.get());
@@ -98,8 +96,6 @@ CvTrack* CvHostProjectExporter::exportMarkerTrack(const CvExportContext& ctx) {
         ctx.track, trackContext.get(),
         [&](IMarkerObject&, IHostTimelineEvent& timeline, double position) {
             auto event = newObject<CvMarkerEvent>();
-            if (!event)
-                return;
             event->setStart(position);
             event->setName(String(timeline.getName()));
             clip->addEvent(event.get());

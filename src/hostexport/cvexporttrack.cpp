@@ -53,8 +53,6 @@ CvTrack* CvHostProjectExporter::makeTrack(uint32 contentType, IHostEditContext* 
         (!tools_ || !tools_->isTrackLoaded(object)))
         return nullptr;
     auto track = newObject<CvTrack>(contentType, newId());
-    if (!track)
-        return nullptr;
     if (auto timeline = ::Halvorn::queryInterface<IHostTimelineObject>(object))
         track->setName(String(timeline->getName()));
     track->setColor(readColor(context, object));
@@ -64,8 +62,6 @@ CvTrack* CvHostProjectExporter::makeTrack(uint32 contentType, IHostEditContext* 
 CvClip* CvHostProjectExporter::makeClip(IHostEditContext* trackContext, IHostTimelineEvent* event,
                                         uint32 eventType) {
     auto clip = newObject<CvClip>(eventType, String());
-    if (!clip)
-        return nullptr;
     clip->setStart(event->getStart(trackContext));
     clip->setDuration(event->getLength(trackContext));
     clip->setOffset(event->getOffset(trackContext));
@@ -125,8 +121,6 @@ void CvHostProjectExporter::addAudioClip(CvTrack& track, IHostEditContext* track
     float sampleRate = info->getSampleRate();
     double length = lengthOf(info->getFrameCount(), sampleRate);
     auto audioEvent = newObject<CvAudioEvent>(String());
-    if (!audioEvent)
-        return;
     audioEvent->setStart(0.0);
     audioEvent->setDuration(length);
     audioEvent->setFile(path.text16(), true);
@@ -166,8 +160,6 @@ void CvHostProjectExporter::addVideoClip(CvTrack& track, IHostEditContext* track
     float sampleRate = video->getSampleRate();
     int64 frames = video->getFrameCount();
     auto videoEvent = newObject<CvVideoEvent>(String());
-    if (!videoEvent)
-        return;
     videoEvent->setFile(path.text16(), true);
     videoEvent->setFormat(uint32(sampleRate), uint64(frames), lengthOf(frames, sampleRate));
     clip->addEvent(videoEvent.get());
@@ -191,8 +183,6 @@ void CvHostProjectExporter::addMidiClip(CvTrack& track, IHostEditContext* trackC
         auto note = newObject<CvMidiNoteEvent>(
             uint32(event->getPitch()), double(event->getVelocity()) / 127.0,
             uint32(event->getChannel()));
-        if (!note)
-            continue;
         // Notes lie in the clip's content: from the clip's start, shifted by its offset.
         note->setStart(noteTime->getStart(partContext.get()) - time->getStart() +
                        time->getOffset());

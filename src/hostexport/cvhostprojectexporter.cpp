@@ -70,8 +70,6 @@ void CvHostProjectExporter::registerContainer(CvParameterContainer* container,
     containers_.add(IPtr<CvParameterContainer>(container));
     containersById_.emplace(key16(id.text16()), container);
     auto device = newObject<CvProjectDevice>(id, object);
-    if (!device)
-        return;
     devicesById_.emplace(id.text8(), device.get());
     devicesByObject_.emplace(object, device.get());
     if (const char16* title = object ? object->getTitle() : nullptr)
@@ -122,8 +120,6 @@ IMediaProject* CvHostProjectExporter::run() {
         return nullptr;
     auto model = newObject<CvProject>(
         String(info->getApplicationName()), String(info->getApplicationVersion()));
-    if (!model)
-        return nullptr;
     exportTransport(*project_, *model);
     exportMixer(*model);
     while (!tracks->isDone()) {
