@@ -17,12 +17,7 @@ namespace CorvelleTool {
 
 namespace {
 
-struct Entry {
-    std::string name;
-    uint64_t size = 0;
-    uint64_t compressedSize = 0;
-    std::string modified; // "YYYY-MM-DD HH:MM", the archive's local time
-};
+using Entry = ArchiveEntry;
 
 struct ArchiveCloser {
     void operator()(void* archive) const { unzClose(archive); }
@@ -84,18 +79,44 @@ int fail(const std::string& path, const char* reason) {
     return kExitFailed;
 }
 
-} // namespace
-
-int listEntries(const std::string& path, bool json) {
-    // Only a regular file is opened: a FIFO would block the open forever.
+// Why path can't be opened as an archive, or null when it is a regular file. Only a regular
+// file is opened: a FIFO would block the open forever.
+const char* unopenable(const std::string& path) {
     std::error_code error;
     const auto type = std::filesystem::status(path, error).type();
     if (type == std::filesystem::file_type::not_found)
-        return fail(path, "no such file");
+        return "no such file";
     if (type == std::filesystem::file_type::directory)
-        return fail(path, "is a directory");
+        return "is a directory";
     if (type != std::filesystem::file_type::regular)
-        return fail(path, "not a regular file");
+        return "not a regular file";
+    return nullptr;
+}
+
+} // namespace
+
+bool readArchiveEntries(const std::string& path, std::vector<ArchiveEntry>& entries) {
+    const Archive archive(unopenable(path) ? nullptr : unzOpen64(path.c_str()));
+    return archive && readEntries(archive.get(), entries);
+}
+
+bool readArchiveEntry(const std::string& path, const std::string& name, uint64_t limit,
+                      std::string& data) {
+    const Archive archive(unopenable(path) ? nullptr : unzOpen64(path.c_str()));
+    if (!archive || unzLocateFile(archive.get(), name.c_str(), 1) != UNZ_OK ||
+        unzOpenCurrentFile(archive.get()) != UNZ_OK)
+        return false;
+    char block[1 << 16];
+    int read = 0;
+    while ((read = unzReadCurrentFile(archive.get(), block, sizeof block)) > 0 &&
+           data.size() + size_t(read) <= limit)
+        data.append(block, size_t(read));
+    return unzCloseCurrentFile(archive.get()) == UNZ_OK && read == 0;
+}
+
+int listEntries(const std::string& path, bool json) {
+    if (const char* reason = unopenable(path))
+        return fail(path, reason);
     const Archive archive(unzOpen64(path.c_str()));
     if (!archive)
         return fail(path, "not a zip archive");

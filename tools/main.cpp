@@ -7,6 +7,7 @@
 #include "examplemodel.h"
 #include "interruption.h"
 #include "listing.h"
+#include "packagecheck.h"
 #include "projectcommands.h"
 #include "repack.h"
 #include "support/classversion.h"
@@ -81,9 +82,11 @@ int main(int argc, char** argv) {
 
     CLI::App* checkCommand = addPackageCommand(
         app, "check",
-        "Read a package with its media into a temporary folder and list every path, entry or "
-        "copy that was refused or failed; exit 3 when there is one",
+        "Validate a package as a careful receiver would and list what a lenient reader drops "
+        "or repairs, each with a severity, a stable code and a place; exit 3 for warnings, "
+        "1 for errors",
         args);
+    checkCommand->add_flag("--json", args.json, "Print the findings as JSON");
 
     CLI::App* repackCommand = app.add_subcommand(
         "repack", "Read a package and write it again as a package of this library's own form; "
@@ -118,7 +121,7 @@ int main(int argc, char** argv) {
             if (*lsCommand)
                 return listEntries(args.package, args.json);
             if (*checkCommand)
-                return check(args.package);
+                return check(args.package, args.json);
             if (*repackCommand)
                 return repack(args.package, args.output);
             if (*newCommand)

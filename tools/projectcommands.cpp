@@ -136,19 +136,4 @@ int extract(const std::string& path, const std::string& folder) {
                                                                          : kExitWarnings;
 }
 
-int check(const std::string& path) {
-    std::vector<ReadCase> cases;
-    std::error_code error;
-    const std::filesystem::path media = std::filesystem::temp_directory_path(error) / "media";
-    const auto package = readPackage(path, error ? std::string() : media.string(), cases);
-    for (const ReadCase& readCase : cases)
-        std::cout << describe(readCase) << "\n";
-    if (!projectOf(package, path))
-        return kExitFailed;
-    if (!cases.empty())
-        return kExitWarnings;
-    std::cout << "ok\n";
-    return kExitSuccess;
-}
-
 } // namespace CorvelleTool

@@ -1,12 +1,12 @@
-// corvelle info, dump, extract and check: the commands that read one package.
+// corvelle info, dump and extract: the commands that read one package into a model.
 #pragma once
 
 #include <string>
 
 namespace CorvelleTool {
 
-// What the read refused or skipped is said (on stderr, by check on stdout), and the command
-// then ends with kExitWarnings.
+// What the read refused or skipped is said on stderr, and the command then ends with
+// kExitWarnings.
 
 // A short summary: application, tempo, signature and what the project holds, as text or JSON.
 int info(const std::string& path, bool json);
@@ -17,9 +17,5 @@ int dump(const std::string& path, bool json);
 // Reads the package with its media sent to folder/Audio, /Video, /Preset and /Midi, lists the
 // files placed, and warns of each one that could not be.
 int extract(const std::string& path, const std::string& folder);
-
-// Reads the package with its media into a folder of the private temporary folder, which goes
-// with it, and lists on stdout what the read refused or could not do; "ok" when nothing.
-int check(const std::string& path);
 
 } // namespace CorvelleTool

@@ -1,0 +1,136 @@
+// corvelle check over the packages this tree makes (clean) and over hostile ones (each class of
+// finding once, with its severity's exit code).
+#include "packagetestsupport.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <filesystem>
+#include <set>
+
+using namespace PackageTest;
+
+namespace {
+
+const std::filesystem::path kBuild =
+    std::filesystem::path(CORVELLE_MODULE_PATH).parent_path().parent_path();
+const std::string kTool = (kBuild / "tools/corvelle").string();
+const std::string kHost = (kBuild / "refhost/corvelle-host").string();
+
+struct CheckRun {
+    int status;
+    nlohmann::json findings;
+};
+
+CheckRun check(const std::string& package) {
+    int status = -1;
+    const std::string out = TestSupport::runCommand(
+        "'" + kTool + "' check --json '" + package + "' 2>/dev/null", status);
+    return {status, nlohmann::json::parse(out)["findings"]};
+}
+
+std::set<std::string> codes(const nlohmann::json& findings) {
+    std::set<std::string> found;
+    for (const auto& finding : findings)
+        found.insert(finding["code"].get<std::string>());
+    return found;
+}
+
+// A small document: the given tracks in Structure, the given lanes in the outer Lanes, and
+// what else the Arrangement holds.
+std::string document(
+    const std::string& tracks, const std::string& lanes = "", const std::string& unit = "seconds",
+    const std::string& transport = "<Transport><Tempo unit=\"bpm\" value=\"120\"/></Transport>") {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Project version=\"1.0\">" + transport +
+           "<Structure>" + tracks + "</Structure><Arrangement><Lanes timeUnit=\"" + unit + "\">" +
+           lanes + "</Lanes></Arrangement></Project>";
+}
+
+const std::string kAudio = "<Track contentType=\"audio\" id=\"t\"/>";
+
+} // namespace
+
+class Check : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (!exists(kTool) || !exists(kHost))
+            GTEST_SKIP() << "the corvelle tool and the reference host are not built";
+    }
+    PrivateTempFolder temp;
+    ScratchFolder scratch;
+};
+
+TEST_F(Check, PackagesThisTreeWritesAreClean) {
+    int status = -1;
+    const std::string fresh = scratch / "new.corvelle", exported = scratch / "session.corvelle";
+    TestSupport::runCommand("'" + kTool + "' new '" + fresh + "'", status);
+    ASSERT_EQ(status, 0);
+    TestSupport::runCommand("'" + kHost + "' export '" +
+                                (kBuild / "examples/session/session.json").string() + "' '" +
+                                exported + "' 2>/dev/null",
+                            status);
+    ASSERT_EQ(status, 0);
+    for (const std::string& package :
+         {(kBuild / "examples/sample-project/sample.corvelle").string(), fresh, exported}) {
+        const CheckRun run = check(package);
+        EXPECT_EQ(run.status, 0) << package;
+        EXPECT_EQ(run.findings, nlohmann::json::array()) << package << run.findings.dump(1);
+    }
+    EXPECT_TRUE(temp.leftovers().empty());
+}
+
+TEST_F(Check, EachClassOfFindingHasItsCodeAndExitStatus) {
+    struct Case {
+        const char* code;
+        bool error;
+        std::string xml;
+        std::vector<RawEntry> more = {};
+    };
+    const std::string lane = "<Lanes track=\"t\"><Clips><Clip>",
+                      endLane = "</Clip></Clips></Lanes>";
+    const std::string channel = "<Track contentType=\"audio\" id=\"t\"><Channel id=\"c\">";
+    const std::string endChannel = "</Channel></Track>";
+    const std::string points = "<Lanes track=\"t\"><Points>", endPoints = "</Points></Lanes>";
+    // clang-format off
+    const std::vector<Case> cases = {
+        {"unknown-attribute", false, document("<Track contentType=\"audio\" loudness=\"3\"/>")},
+        {"unknown-element", false, document("<Track contentType=\"audio\"><Gizmo/></Track>")},
+        {"track-dropped", true, document("<Track contentType=\"Audio\"/>")},
+        {"non-finite-number", false, document(channel + "<Volume value=\"1e999\"/>" + endChannel)},
+        {"bad-number", false, document(channel + "<Volume value=\"0,25\"/>" + endChannel)},
+        {"out-of-range", false, document(channel + "<Volume value=\"2\"/>" + endChannel)},
+        {"bad-boolean", false, document("<Track contentType=\"audio\" loaded=\"TRUE\"/>")},
+        {"duplicate-id", false, document(kAudio + kAudio)},
+        {"unknown-destination", false, document(channel + endChannel + "<Channel destination=\"x\"/>")},
+        {"unknown-device", true, document(channel + "<Devices><Synth/></Devices>" + endChannel)},
+        {"unknown-track", true, document(kAudio, "<Lanes track=\"u\"><Clips><Clip><Notes/>" + endLane)},
+        {"unknown-target", false, document(kAudio, points + "<Target parameter=\"p\"/><RealPoint/>" + endPoints)},
+        {"points-dropped", true, document(kAudio, points + "<RealPoint/>" + endPoints)},
+        {"beats-without-tempo", false, document(kAudio, "", "beats", "")},
+        {"video-events", false, document("<Track contentType=\"video\" id=\"t\"/>", lane + "<Video/><Video/>" + endLane)},
+        {"clip-dropped", true, document("<Track contentType=\"tracks\" id=\"t\"/>", lane + "<Notes/>" + endLane)},
+        {"missing-media", false, document(kAudio, lane + "<Audio><File path=\"audio/gone.wav\"/></Audio>" + endLane)},
+        {"refused-path", false, document(kAudio, lane + "<Audio><File path=\"..\\x.wav\"/></Audio>" + endLane)},
+        {"external-reference", false, document(kAudio, lane + "<Audio><File path=\"/etc/hostname\" external=\"true\"/></Audio>" + endLane)},
+        {"hostile-entry", false, document(kAudio), {{"../evil.txt", "x"}}},
+        {"skipped-entry", false, document(kAudio), {{"audio/a.wav", "bzip2", 12}}},
+        {"malformed-xml", true, "<Project><Structure></Project>"},
+        {"unreadable", true, "<project/>"},
+    };
+    // clang-format on
+    for (const Case& c : cases) {
+        const std::string package = scratch / (std::string(c.code) + ".corvelle");
+        std::vector<RawEntry> entries = {{"project.xml", c.xml}};
+        entries.insert(entries.end(), c.more.begin(), c.more.end());
+        writeFile(package, buildZip(entries));
+        const CheckRun run = check(package);
+        EXPECT_EQ(codes(run.findings).count(c.code), 1u) << c.code << run.findings.dump(1);
+        EXPECT_EQ(run.status, c.error ? 1 : 3) << c.code << run.findings.dump(1);
+    }
+    // Places point into the document, so that a user finds the line.
+    writeFile(scratch / "place.corvelle",
+              buildZip({{"project.xml", "<Project>\n<Structure>\n  <Track contentType=\"x\"/>\n"
+                                        "</Structure></Project>"}}));
+    EXPECT_EQ(check(scratch / "place.corvelle").findings[0]["place"], "project.xml:3:3");
+    EXPECT_TRUE(temp.leftovers().empty());
+}
