@@ -69,7 +69,10 @@ const std::vector<ElementKind>& kinds() {
           {"Pan", "LabelledReal"},
           {"Volume", "LabelledReal"},
           {"Devices", "Devices"},
-          {"Sends", "Sends"}}},
+          {"Sends", "Sends"},
+          {"Send", "Send"}},
+         false,
+         {{"Send", "Send"}}},
         {"LabelledReal", kLabelledReal, {}, true},
         {"Switch", kSwitch, {}, true},
         {"Devices",
@@ -106,10 +109,17 @@ const std::vector<ElementKind>& kinds() {
                          {"Attack", "LabelledReal"},
                          {"Release", "LabelledReal"},
                          {"Range", "LabelledReal"}})},
-        {"Equalizer", kDevice,
+        {"Equalizer",
+         kDevice,
          deviceChildren(
-             {{"InputGain", "LabelledReal"}, {"OutputGain", "LabelledReal"}, {"Band", "Band"}})},
-        {"Parameters", {}, {{"RealParameter", "RealParameter"}}},
+             {{"InputGain", "LabelledReal"}, {"OutputGain", "LabelledReal"}, {"Band", "Band"}}),
+         false,
+         {{"Band", "Band"}}},
+        {"Parameters",
+         {},
+         {{"RealParameter", "RealParameter"}},
+         false,
+         {{"RealParameter", "RealParameter"}}},
         {"RealParameter",
          {{"min", T::kReal},
           {"max", T::kReal},
@@ -164,7 +174,9 @@ const std::vector<ElementKind>& kinds() {
           {"Audio", "Audio"},
           {"Warps", "Warps"},
           {"Notes", "Notes"},
-          {"Video", "Video"}}},
+          {"Video", "Video"}},
+         false,
+         {{"Audio", "Audio"}, {"Notes", "Notes"}}},
         {"AudioClips", {{"timeUnit", T::kTimeUnit}}, {{"Clip", "AudioClip"}}},
         {"AudioClip",
          {{"contentTimeUnit", T::kTimeUnit},
@@ -172,7 +184,9 @@ const std::vector<ElementKind>& kinds() {
           {"duration", T::kReal},
           {"playStart", T::kReal},
           {"playStop", T::kReal}},
-         {{"Audio", "Audio"}, {"Warps", "Warps"}}},
+         {{"Audio", "Audio"}, {"Warps", "Warps"}},
+         false,
+         {{"Audio", "Audio"}}},
         {"Warps",
          {{"contentTimeUnit", T::kTimeUnit}, {"timeUnit", T::kTimeUnit}},
          {{"Audio", "Audio"}, {"Warp", "Warp"}}},
@@ -240,6 +254,13 @@ const ElementKind& projectKind() { return kindNamed("Project"); }
 const ElementKind* childKind(const ElementKind& parent, std::string_view name) {
     for (const auto& [childName, kind] : parent.children)
         if (childName == name)
+            return &kindNamed(kind);
+    return nullptr;
+}
+
+const ElementKind* deepKind(const ElementKind& context, std::string_view name) {
+    for (const auto& [deepName, kind] : context.deep)
+        if (deepName == name)
             return &kindNamed(kind);
     return nullptr;
 }

@@ -40,6 +40,8 @@ struct ElementKind {
     // Child element name and the kind it is read as.
     std::vector<std::pair<std::string_view, std::string_view>> children;
     bool isParameter = false; // a Target's parameter may name it
+    // Names the reader looks for at any depth below such an element, and their kinds.
+    std::vector<std::pair<std::string_view, std::string_view>> deep = {};
 };
 
 // The kind of the root element "Project".
@@ -48,6 +50,10 @@ const ElementKind& projectKind();
 // The kind an element named name is read as inside parent; null when the parent doesn't take
 // such a child.
 const ElementKind* childKind(const ElementKind& parent, std::string_view name);
+
+// The kind an element named name is read as anywhere below an element of kind context, past
+// elements the reader skips; null when it is not looked for there.
+const ElementKind* deepKind(const ElementKind& context, std::string_view name);
 
 // The rule for an attribute of kind; null when the element has no such attribute.
 const AttributeRule* attributeRule(const ElementKind& kind, std::string_view name);

@@ -36,7 +36,8 @@ struct LaneClip {
 };
 
 struct Frame {
-    const ElementKind* kind = nullptr; // null inside an element the reader doesn't read
+    const ElementKind* kind = nullptr;    // null for an element the reader doesn't read
+    const ElementKind* context = nullptr; // the nearest known kind, for what it finds deep
     std::string place;
     std::string track; // Lanes, Clips, Points: the track their clips or points go to
     bool hasTimeUnit = false;
@@ -88,6 +89,7 @@ public:
             frame.dropped = frames_.back().dropped;
         }
         const ElementKind* parent = frames_.empty() ? nullptr : frames_.back().kind;
+        const ElementKind* context = frames_.empty() ? nullptr : frames_.back().context;
         if (frames_.empty()) {
             if (std::string_view(name) == "Project")
                 frame.kind = &projectKind();
@@ -98,7 +100,10 @@ public:
             frame.kind = childKind(*parent, name);
             if (!frame.kind)
                 unknownChild(*parent, name, frame.place);
+        } else if (context) {
+            frame.kind = deepKind(*context, name); // found below a wrapper the reader skips
         }
+        frame.context = frame.kind ? frame.kind : context;
         if (frame.kind)
             enter(frame, name, attributes);
         frames_.push_back(std::move(frame));
@@ -190,7 +195,8 @@ private:
                   quoted(name) + " is no device kind: it and every device after it are dropped");
         else
             warn("unknown-element", at,
-                 quoted(name) + " is not read inside " + std::string(parent.kind));
+                 quoted(name) + " is no element of the format inside " + std::string(parent.kind) +
+                     "; the reader skips it");
     }
 
     const Frame* enclosing(std::string_view kind) const {

@@ -109,7 +109,7 @@ TEST_F(Check, EachClassOfFindingHasItsCodeAndExitStatus) {
         {"beats-without-tempo", false, document(kAudio, "", "beats", "")},
         {"video-events", false, document("<Track contentType=\"video\" id=\"t\"/>", lane + "<Video/><Video/>" + endLane)},
         {"clip-dropped", true, document("<Track contentType=\"tracks\" id=\"t\"/>", lane + "<Notes/>" + endLane)},
-        {"missing-media", false, document(kAudio, lane + "<Audio><File path=\"audio/gone.wav\"/></Audio>" + endLane)},
+        {"missing-media", false, document(kAudio, lane + "<Wrap><Audio><File path=\"audio/gone.wav\"/></Audio></Wrap>" + endLane)},
         {"refused-path", false, document(kAudio, lane + "<Audio><File path=\"..\\x.wav\"/></Audio>" + endLane)},
         {"external-reference", false, document(kAudio, lane + "<Audio><File path=\"/etc/hostname\" external=\"true\"/></Audio>" + endLane)},
         {"hostile-entry", false, document(kAudio), {{"../evil.txt", "x"}}},
