@@ -82,7 +82,9 @@ void checkMedia(const std::vector<MediaReference>& media, const std::vector<Arch
         if (reference.external)
             findings.push_back({Severity::kWarning, "external-reference", reference.place,
                                 "\"" + reference.path + "\" lies outside the package"});
-        else if (!escapes(reference.path) && !names.count(reference.path))
+        // "plugins/" alone is the writer's State of a device without a state file.
+        else if (!escapes(reference.path) && reference.path.back() != '/' &&
+                 !names.count(reference.path))
             findings.push_back({Severity::kWarning, "missing-media", reference.place,
                                 "\"" + reference.path + "\" is not in the package"});
     }

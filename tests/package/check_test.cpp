@@ -70,8 +70,15 @@ TEST_F(Check, PackagesThisTreeWritesAreClean) {
                                 exported + "' 2>/dev/null",
                             status);
     ASSERT_EQ(status, 0);
+    // The writer's golden document holds every element the writer writes.
+    const std::string golden = scratch / "golden.corvelle";
+    writeFile(golden, buildZip({{"project.xml",
+                                 readFile(std::string(CORVELLE_TEST_DATA) + "/golden/project.xml")},
+                                {"audio/guitar.wav", "RIFF"},
+                                {"video/movie.mp4", "mp4"},
+                                {"plugins/reverb.quorpreset", "state"}}));
     for (const std::string& package :
-         {(kBuild / "examples/sample-project/sample.corvelle").string(), fresh, exported}) {
+         {(kBuild / "examples/sample-project/sample.corvelle").string(), fresh, exported, golden}) {
         const CheckRun run = check(package);
         EXPECT_EQ(run.status, 0) << package;
         EXPECT_EQ(run.findings, nlohmann::json::array()) << package << run.findings.dump(1);
