@@ -10,7 +10,6 @@
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
-#include <limits>
 #include <optional>
 #include <string_view>
 #include <unordered_map>
@@ -115,7 +114,7 @@ public:
         if (!frame.kind)
             return;
         const std::string_view kind = frame.kind->kind;
-        if (kind == "Points" && !frame.hasTarget)
+        if (kind == "Points" && !frame.hasTarget && frame.hasChildren)
             error("points-dropped", frame.place,
                   "Points without a Target naming a parameter: its points are dropped");
         // A lane whose track isn't there loses only what its clips or points hold: the writer's
@@ -150,7 +149,7 @@ public:
             const auto track = tracks_.find(clip.track);
             if (track == tracks_.end())
                 continue; // said as unknown-track
-            const std::string& content = track->second.content;
+            const std::string& content = track->second;
             if (content == "video" && clip.videos != 1)
                 warn("video-events", clip.place,
                      "a video clip with " + std::to_string(clip.videos) +
@@ -167,11 +166,6 @@ public:
     }
 
 private:
-    struct TrackFacts {
-        std::string content;
-        std::string place;
-    };
-
     std::string place() const {
         return std::string(kDocumentName) + ":" +
                std::to_string(XML_GetCurrentLineNumber(parser_)) + ":" +
@@ -267,7 +261,7 @@ private:
             frame.dropped = true;
             return;
         }
-        tracks_.emplace(id ? *id : "0", TrackFacts{*content, frame.place});
+        tracks_.emplace(id ? *id : "0", *content);
     }
 
     void checkValue(Frame& frame, const char* element, const AttributeRule& rule,
@@ -387,7 +381,7 @@ private:
     std::vector<Frame> frames_;
     DocumentCheck result_;
     std::unordered_map<std::string, std::string> ids_; // id and where it first stands
-    std::unordered_map<std::string, TrackFacts> tracks_;
+    std::unordered_map<std::string, std::string> tracks_; // id and content type
     std::unordered_set<std::string> channels_, parameters_;
     std::vector<Reference> trackRefs_, channelRefs_, parameterRefs_;
     std::vector<LaneClip> laneClips_;
