@@ -75,194 +75,231 @@ struct Builder {
     }
 };
 
-ModelNode parameter(IMediaParameter* parameter) {
-    Builder out("parameter", parameter);
-    out.identity()
-        .add("unit", named(parameter->getUnit(), unitName(parameter->getUnit())))
-        .add("value", parameter->getValue())
-        .add("min", parameter->getMin())
-        .add("max", parameter->getMax())
-        .add("parameterId", parameter->getParameterId())
-        .add("stepCount", parameter->getStepCount());
-    return std::move(out.node);
-}
+// The walk proper: one function per interface family, each filling its node of the tree and
+// offering every finished child to the visitor before it joins its group.
+class Walk {
+public:
+    explicit Walk(const NodeVisitor& visit) : visit_(visit) {}
 
-void addParameters(Builder& out, IMediaParameterContainer* container) {
-    ModelGroup& group = out.group("parameters");
-    for (uint32 i = 0; container && i < container->getParameterCount(); ++i)
-        if (IMediaParameter* item = container->getParameter(i))
-            group.items.push_back(parameter(item));
-}
-
-ModelNode band(IMediaEqualizerBand* band) {
-    Builder out("band", band);
-    out.identity()
-        .add("type", named(band->getBandType(), bandTypeName(band->getBandType())))
-        .add("order", band->getOrder());
-    addParameters(out, band->getParameters());
-    return std::move(out.node);
-}
-
-ModelNode device(IMediaDevice* device) {
-    Builder out("device", device);
-    out.identity()
-        .add("type", named(device->getDeviceType(), deviceTypeName(device->getDeviceType())))
-        .add("role", named(device->getDeviceRole(), deviceRoleName(device->getDeviceRole())))
-        .add("deviceId", device->getDeviceId())
-        .add("statePath", device->getStatePath())
-        .add("enabled", device->isEnabled());
-    if (const auto instrument = queryInterface<IMediaBuiltinInstrument>(device))
-        out.add("presetName", instrument->getPresetName());
-    addParameters(out, device->getParameters());
-    if (const auto equalizer = queryInterface<IMediaEqualizer>(device)) {
-        ModelGroup& bands = out.group("bands");
-        for (uint32 i = 0; i < equalizer->getBandCount(); ++i)
-            if (IMediaEqualizerBand* item = equalizer->getBand(i))
-                bands.items.push_back(band(item));
+    ModelNode project(IMediaProject& project) {
+        Builder out("project", &project);
+        out.add("application.name", project.getApplicationName())
+            .add("application.version", project.getApplicationVersion());
+        if (IMediaSignature* signature = project.getTimeSignature())
+            out.add("signature.numerator", signature->getNumerator())
+                .add("signature.denominator", signature->getDenominator());
+        ModelGroup& tempo = out.group("tempo", true);
+        if (IMediaParameter* item = project.getTempo())
+            keep(tempo, parameter(item));
+        ModelGroup& tracks = out.group("tracks");
+        for (uint32 i = 0; i < project.getTrackCount(); ++i)
+            if (IMediaTrack* item = project.getTrack(i))
+                keep(tracks, track(item));
+        ModelGroup& channels = out.group("channels");
+        for (uint32 i = 0; i < project.getChannelCount(); ++i)
+            if (IMediaChannel* item = project.getChannel(i))
+                keep(channels, channel(item));
+        return std::move(out.node);
     }
-    return std::move(out.node);
-}
 
-ModelNode send(IMediaSend* send) {
-    Builder out("send", send);
-    out.identity()
-        .add("type", named(send->getType(), send->getType() == kSendPost ? "post" : "pre"))
-        .add("destination", send->getDestination())
-        .add("enabled", send->isEnabled());
-    addParameters(out, queryInterface<IMediaParameterContainer>(send).get());
-    return std::move(out.node);
-}
+private:
+    void keep(ModelGroup& group, ModelNode node) {
+        if (!visit_ || visit_(node))
+            group.items.push_back(std::move(node));
+    }
 
-ModelNode channel(IMediaChannel* channel) {
-    Builder out("channel", channel);
-    out.identity()
-        .add("kind", channel->getKind())
-        .add("role", named(channel->getRole(), channelRoleName(channel->getRole())))
-        .add("audioChannels", channel->getAudioChannels())
-        .add("destination", channel->getDestination());
-    addParameters(out, queryInterface<IMediaParameterContainer>(channel).get());
-    ModelGroup& devices = out.group("devices");
-    for (uint32 i = 0; i < channel->getDeviceCount(); ++i)
-        if (IMediaDevice* item = channel->getDevice(i))
-            devices.items.push_back(device(item));
-    ModelGroup& sends = out.group("sends");
-    for (uint32 i = 0; i < channel->getSendCount(); ++i)
-        if (IMediaSend* item = channel->getSend(i))
-            sends.items.push_back(send(item));
-    return std::move(out.node);
-}
+    ModelNode parameter(IMediaParameter* parameter) {
+        Builder out("parameter", parameter);
+        out.identity()
+            .add("unit", named(parameter->getUnit(), unitName(parameter->getUnit())))
+            .add("value", parameter->getValue())
+            .add("min", parameter->getMin())
+            .add("max", parameter->getMax())
+            .add("parameterId", parameter->getParameterId())
+            .add("stepCount", parameter->getStepCount());
+        return std::move(out.node);
+    }
 
-void addAudio(Builder& out, IMediaAudioEvent* audio) {
-    uint32 sampleRate = 0, channels = 0;
-    double duration = 0;
-    audio->getFormat(&sampleRate, &channels, &duration);
-    out.add("file", audio->getFilePath())
-        .add("format.sampleRate", sampleRate)
-        .add("format.channels", channels)
-        .add("format.duration", duration)
-        .add("playbackRate", audio->getPlaybackRate());
-    ModelGroup& warps = out.group("warps");
-    for (uint32 i = 0; i < audio->getWarpCount(); ++i)
-        if (IMediaWarpPoint* warp = audio->getWarp(i)) {
-            Builder point("warp", warp);
-            point.add("time", warp->getTime()).add("contentTime", warp->getContentTime());
-            warps.items.push_back(std::move(point.node));
+    void addParameters(Builder& out, IMediaParameterContainer* container) {
+        ModelGroup& group = out.group("parameters");
+        for (uint32 i = 0; container && i < container->getParameterCount(); ++i)
+            if (IMediaParameter* item = container->getParameter(i))
+                keep(group, parameter(item));
+    }
+
+    ModelNode band(IMediaEqualizerBand* band) {
+        Builder out("band", band);
+        out.identity()
+            .add("type", named(band->getBandType(), bandTypeName(band->getBandType())))
+            .add("order", band->getOrder());
+        addParameters(out, band->getParameters());
+        return std::move(out.node);
+    }
+
+    ModelNode device(IMediaDevice* device) {
+        Builder out("device", device);
+        out.identity()
+            .add("type", named(device->getDeviceType(), deviceTypeName(device->getDeviceType())))
+            .add("role", named(device->getDeviceRole(), deviceRoleName(device->getDeviceRole())))
+            .add("deviceId", device->getDeviceId())
+            .add("statePath", device->getStatePath())
+            .add("enabled", device->isEnabled());
+        if (const auto instrument = queryInterface<IMediaBuiltinInstrument>(device))
+            out.add("presetName", instrument->getPresetName());
+        addParameters(out, device->getParameters());
+        if (const auto equalizer = queryInterface<IMediaEqualizer>(device)) {
+            ModelGroup& bands = out.group("bands");
+            for (uint32 i = 0; i < equalizer->getBandCount(); ++i)
+                if (IMediaEqualizerBand* item = equalizer->getBand(i))
+                    keep(bands, band(item));
         }
-}
+        return std::move(out.node);
+    }
 
-ModelNode event(IMediaEvent* event) {
-    Builder out("event", event);
-    out.identity().add("type", named(event->getEventType(), eventTypeName(event->getEventType())));
-    out.addTime(event->getTime());
-    out.add("muted", event->isMuted());
-    if (const auto audio = queryInterface<IMediaAudioEvent>(event))
-        addAudio(out, audio.get());
-    if (const auto video = queryInterface<IMediaVideoEvent>(event)) {
-        uint32 sampleRate = 0;
-        uint64 frames = 0;
+    ModelNode send(IMediaSend* send) {
+        Builder out("send", send);
+        out.identity()
+            .add("type", named(send->getType(), send->getType() == kSendPost ? "post" : "pre"))
+            .add("destination", send->getDestination())
+            .add("enabled", send->isEnabled());
+        addParameters(out, queryInterface<IMediaParameterContainer>(send).get());
+        return std::move(out.node);
+    }
+
+    ModelNode channel(IMediaChannel* channel) {
+        Builder out("channel", channel);
+        out.identity()
+            .add("kind", channel->getKind())
+            .add("role", named(channel->getRole(), channelRoleName(channel->getRole())))
+            .add("audioChannels", channel->getAudioChannels())
+            .add("destination", channel->getDestination());
+        addParameters(out, queryInterface<IMediaParameterContainer>(channel).get());
+        ModelGroup& devices = out.group("devices");
+        for (uint32 i = 0; i < channel->getDeviceCount(); ++i)
+            if (IMediaDevice* item = channel->getDevice(i))
+                keep(devices, device(item));
+        ModelGroup& sends = out.group("sends");
+        for (uint32 i = 0; i < channel->getSendCount(); ++i)
+            if (IMediaSend* item = channel->getSend(i))
+                keep(sends, send(item));
+        return std::move(out.node);
+    }
+
+    void addAudio(Builder& out, IMediaAudioEvent* audio) {
+        uint32 sampleRate = 0, channels = 0;
         double duration = 0;
-        video->getFormat(&sampleRate, &frames, &duration);
-        out.add("file", video->getFilePath())
+        audio->getFormat(&sampleRate, &channels, &duration);
+        out.add("file", audio->getFilePath())
             .add("format.sampleRate", sampleRate)
-            .add("format.frameCount", frames)
-            .add("format.duration", duration);
+            .add("format.channels", channels)
+            .add("format.duration", duration)
+            .add("playbackRate", audio->getPlaybackRate());
+        ModelGroup& warps = out.group("warps");
+        for (uint32 i = 0; i < audio->getWarpCount(); ++i)
+            if (IMediaWarpPoint* warp = audio->getWarp(i)) {
+                Builder point("warp", warp);
+                point.add("time", warp->getTime()).add("contentTime", warp->getContentTime());
+                keep(warps, std::move(point.node));
+            }
     }
-    if (const auto midi = queryInterface<IMediaMidiEvent>(event))
-        out.add("midi.status", midi->getStatus())
-            .add("midi.channel", midi->getChannel())
-            .add("midi.data1", midi->getData1())
-            .add("midi.data2", midi->getData2());
-    if (const auto note = queryInterface<IMediaMidiNoteEvent>(event))
-        out.add("key", note->getKey()).add("velocity", note->getVelocity());
-    if (const auto marker = queryInterface<IMediaMarkerEvent>(event))
-        out.add("flag", marker->getFlag());
-    if (const auto tempo = queryInterface<IMediaTempoEvent>(event))
-        out.add("tempo", tempo->getTempo())
-            .add("interpolation",
-                 named(tempo->getInterpolation(), interpolationName(tempo->getInterpolation())));
-    if (const auto signature = queryInterface<IMediaSignatureEvent>(event))
-        out.add("numerator", signature->getNumerator())
-            .add("denominator", signature->getDenominator());
-    return std::move(out.node);
-}
 
-ModelNode clip(IMediaClip* clip) {
-    Builder out("clip", clip);
-    out.identity().add("eventType",
-                       named(clip->getEventType(), eventTypeName(clip->getEventType())));
-    out.addTime(clip->getTime());
-    if (const auto asEvent = queryInterface<IMediaEvent>(clip))
-        out.add("muted", asEvent->isMuted());
-    out.add("fadeIn", clip->getFadeInTime()).add("fadeOut", clip->getFadeOutTime());
-    ModelGroup& events = out.group("events");
-    for (uint32 i = 0; i < clip->getEventCount(); ++i)
-        if (IMediaEvent* item = clip->getEvent(i))
-            events.items.push_back(event(item));
-    return std::move(out.node);
-}
-
-ModelNode automation(IMediaAutomation* lane) {
-    Builder out("automation", lane);
-    out.identity()
-        .add("target", lane->getTarget())
-        .add("unit", named(lane->getUnit(), unitName(lane->getUnit())));
-    ModelGroup& points = out.group("points");
-    for (uint32 i = 0; i < lane->getPointCount(); ++i)
-        if (IMediaAutomationPoint* item = lane->getPoint(i)) {
-            Builder point("point", item);
-            point.identity()
-                .add("time", item->getTime())
-                .add("value", item->getValue())
-                .add("interpolation",
-                     named(item->getInterpolation(), interpolationName(item->getInterpolation())));
-            points.items.push_back(std::move(point.node));
+    ModelNode event(IMediaEvent* event) {
+        Builder out("event", event);
+        out.identity().add("type",
+                           named(event->getEventType(), eventTypeName(event->getEventType())));
+        out.addTime(event->getTime());
+        out.add("muted", event->isMuted());
+        if (const auto audio = queryInterface<IMediaAudioEvent>(event))
+            addAudio(out, audio.get());
+        if (const auto video = queryInterface<IMediaVideoEvent>(event)) {
+            uint32 sampleRate = 0;
+            uint64 frames = 0;
+            double duration = 0;
+            video->getFormat(&sampleRate, &frames, &duration);
+            out.add("file", video->getFilePath())
+                .add("format.sampleRate", sampleRate)
+                .add("format.frameCount", frames)
+                .add("format.duration", duration);
         }
-    return std::move(out.node);
-}
+        if (const auto midi = queryInterface<IMediaMidiEvent>(event))
+            out.add("midi.status", midi->getStatus())
+                .add("midi.channel", midi->getChannel())
+                .add("midi.data1", midi->getData1())
+                .add("midi.data2", midi->getData2());
+        if (const auto note = queryInterface<IMediaMidiNoteEvent>(event))
+            out.add("key", note->getKey()).add("velocity", note->getVelocity());
+        if (const auto marker = queryInterface<IMediaMarkerEvent>(event))
+            out.add("flag", marker->getFlag());
+        if (const auto tempo = queryInterface<IMediaTempoEvent>(event))
+            out.add("tempo", tempo->getTempo())
+                .add("interpolation", named(tempo->getInterpolation(),
+                                            interpolationName(tempo->getInterpolation())));
+        if (const auto signature = queryInterface<IMediaSignatureEvent>(event))
+            out.add("numerator", signature->getNumerator())
+                .add("denominator", signature->getDenominator());
+        return std::move(out.node);
+    }
 
-ModelNode track(IMediaTrack* track) {
-    Builder out("track", track);
-    out.identity()
-        .add("contentType",
-             named(track->getContentType(), contentTypeName(track->getContentType())))
-        .add("loaded", track->isLoaded());
-    ModelGroup& own = out.group("channel", true);
-    if (IMediaChannel* item = track->getChannel())
-        own.items.push_back(channel(item));
-    ModelGroup& clips = out.group("clips");
-    for (uint32 i = 0; i < track->getClipCount(); ++i)
-        if (IMediaClip* item = track->getClip(i))
-            clips.items.push_back(clip(item));
-    ModelGroup& lanes = out.group("automation");
-    for (uint32 i = 0; i < track->getAutomationCount(); ++i)
-        if (IMediaAutomation* item = track->getAutomation(i))
-            lanes.items.push_back(automation(item));
-    ModelGroup& tracks = out.group("tracks");
-    for (uint32 i = 0; i < track->getTrackCount(); ++i)
-        if (IMediaTrack* item = track->getTrack(i))
-            tracks.items.push_back(::CorvelleSupport::track(item));
-    return std::move(out.node);
-}
+    ModelNode clip(IMediaClip* clip) {
+        Builder out("clip", clip);
+        out.identity().add("eventType",
+                           named(clip->getEventType(), eventTypeName(clip->getEventType())));
+        out.addTime(clip->getTime());
+        if (const auto asEvent = queryInterface<IMediaEvent>(clip))
+            out.add("muted", asEvent->isMuted());
+        out.add("fadeIn", clip->getFadeInTime()).add("fadeOut", clip->getFadeOutTime());
+        ModelGroup& events = out.group("events");
+        for (uint32 i = 0; i < clip->getEventCount(); ++i)
+            if (IMediaEvent* item = clip->getEvent(i))
+                keep(events, event(item));
+        return std::move(out.node);
+    }
+
+    ModelNode automation(IMediaAutomation* lane) {
+        Builder out("automation", lane);
+        out.identity()
+            .add("target", lane->getTarget())
+            .add("unit", named(lane->getUnit(), unitName(lane->getUnit())));
+        ModelGroup& points = out.group("points");
+        for (uint32 i = 0; i < lane->getPointCount(); ++i)
+            if (IMediaAutomationPoint* item = lane->getPoint(i)) {
+                Builder point("point", item);
+                point.identity()
+                    .add("time", item->getTime())
+                    .add("value", item->getValue())
+                    .add("interpolation", named(item->getInterpolation(),
+                                                interpolationName(item->getInterpolation())));
+                keep(points, std::move(point.node));
+            }
+        return std::move(out.node);
+    }
+
+    ModelNode track(IMediaTrack* track) {
+        Builder out("track", track);
+        out.identity()
+            .add("contentType",
+                 named(track->getContentType(), contentTypeName(track->getContentType())))
+            .add("loaded", track->isLoaded());
+        ModelGroup& own = out.group("channel", true);
+        if (IMediaChannel* item = track->getChannel())
+            keep(own, channel(item));
+        ModelGroup& clips = out.group("clips");
+        for (uint32 i = 0; i < track->getClipCount(); ++i)
+            if (IMediaClip* item = track->getClip(i))
+                keep(clips, clip(item));
+        ModelGroup& lanes = out.group("automation");
+        for (uint32 i = 0; i < track->getAutomationCount(); ++i)
+            if (IMediaAutomation* item = track->getAutomation(i))
+                keep(lanes, automation(item));
+        ModelGroup& tracks = out.group("tracks");
+        for (uint32 i = 0; i < track->getTrackCount(); ++i)
+            if (IMediaTrack* item = track->getTrack(i))
+                keep(tracks, this->track(item));
+        return std::move(out.node);
+    }
+
+    const NodeVisitor& visit_;
+};
 
 template <class Value, class Node> Value* findField(Node& node, const std::string& name) {
     for (auto& field : node.fields)
@@ -289,25 +326,8 @@ const ModelGroup* ModelNode::group(const std::string& name) const {
 }
 ModelGroup* ModelNode::group(const std::string& name) { return findGroup<ModelGroup>(*this, name); }
 
-ModelNode walkModel(IMediaProject& project) {
-    Builder out("project", &project);
-    out.add("application.name", project.getApplicationName())
-        .add("application.version", project.getApplicationVersion());
-    if (IMediaSignature* signature = project.getTimeSignature())
-        out.add("signature.numerator", signature->getNumerator())
-            .add("signature.denominator", signature->getDenominator());
-    ModelGroup& tempo = out.group("tempo", true);
-    if (IMediaParameter* item = project.getTempo())
-        tempo.items.push_back(parameter(item));
-    ModelGroup& tracks = out.group("tracks");
-    for (uint32 i = 0; i < project.getTrackCount(); ++i)
-        if (IMediaTrack* item = project.getTrack(i))
-            tracks.items.push_back(track(item));
-    ModelGroup& channels = out.group("channels");
-    for (uint32 i = 0; i < project.getChannelCount(); ++i)
-        if (IMediaChannel* item = project.getChannel(i))
-            channels.items.push_back(channel(item));
-    return std::move(out.node);
+ModelNode walkModel(IMediaProject& project, const NodeVisitor& visit) {
+    return Walk(visit).project(project);
 }
 
 } // namespace CorvelleSupport

@@ -23,12 +23,54 @@ Json jsonOf(const FieldValue& value) {
         value);
 }
 
-class Renderer {
+// Counts every node as the walk finishes it.
+class Counter {
 public:
     ModelSummary summary;
 
+    void count(const ModelNode& node) {
+        if (node.kind == "track")
+            ++summary.tracks;
+        else if (node.kind == "clip")
+            ++summary.clips;
+        else if (node.kind == "event")
+            ++summary.events;
+        else if (node.kind == "point")
+            ++summary.automationPoints;
+        else if (node.kind == "channel" && seenChannels_.insert(node.object).second)
+            countChannel(node);
+        addMediaFile(node, "file");
+    }
+
+    // Whether the walk must keep a node for count to see it: a channel's devices are counted
+    // with the channel, since the project's list holds a track's channel a second time.
+    static bool neededLater(const ModelNode& node) { return node.kind == "device"; }
+
+private:
+    void countChannel(const ModelNode& channel) {
+        ++summary.channels;
+        for (const ModelNode& device : channel.group("devices")->items) {
+            ++summary.devices;
+            addMediaFile(device, "statePath");
+        }
+    }
+
+    void addMediaFile(const ModelNode& node, const char* name) {
+        if (const FieldValue* path = node.field(name)) {
+            const std::string& text = std::get<std::string>(*path);
+            // A device without state carries the bare folder "plugins/": no file to count.
+            if (!text.empty() && text.back() != '/')
+                summary.mediaFiles.insert(text);
+        }
+    }
+
+private:
+    std::set<const void*> seenChannels_; // a track's channel is in the project's list again
+};
+
+class Renderer {
+public:
     Json node(const ModelNode& node) {
-        count(node);
         Json out = Json::object();
         for (const Field& field : node.fields) {
             // "format.sampleRate" is the member sampleRate of the record format.
@@ -42,13 +84,15 @@ public:
             if (group.single) {
                 if (!group.items.empty())
                     out[group.name] = this->node(group.items.front());
+                if (group.name == "channel" && !group.items.empty())
+                    trackChannels_.insert(group.items.front().object);
                 continue;
             }
             Json items = Json::array();
             for (const ModelNode& item : group.items)
                 // A track's channel stands under its track; the project lists only the rest.
                 if (node.kind != "project" || group.name != "channels" ||
-                    !seenChannels_.count(item.object))
+                    !trackChannels_.count(item.object))
                     items.push_back(this->node(item));
             out[group.name] = items;
         }
@@ -56,39 +100,20 @@ public:
     }
 
 private:
-    void count(const ModelNode& node) {
-        if (node.kind == "track")
-            ++summary.tracks;
-        else if (node.kind == "clip")
-            ++summary.clips;
-        else if (node.kind == "event")
-            ++summary.events;
-        else if (node.kind == "channel" && seenChannels_.insert(node.object).second)
-            ++summary.channels;
-        else if (node.kind == "device")
-            ++summary.devices;
-        else if (node.kind == "point")
-            ++summary.automationPoints;
-        for (const char* name : {"file", "statePath"})
-            if (const FieldValue* path = node.field(name)) {
-                const std::string& text = std::get<std::string>(*path);
-                // A device without state carries the bare folder "plugins/": no file to count.
-                if (!text.empty() && text.back() != '/')
-                    summary.mediaFiles.insert(text);
-            }
-    }
-
-    std::set<const void*> seenChannels_;
+    std::set<const void*> trackChannels_;
 };
 
 } // namespace
 
-ModelDump walkProject(Halvorn::IMediaProject& project) {
-    Renderer renderer;
-    ModelDump dump;
-    dump.tree = renderer.node(walkModel(project));
-    dump.summary = std::move(renderer.summary);
-    return dump;
+ModelDump walkProject(Halvorn::IMediaProject& project, bool wholeTree) {
+    Counter counter;
+    // Without the whole tree only the project's own fields and its tempo stay: the rest is
+    // counted and let go as the walk finishes it.
+    const ModelNode root = walkModel(project, [&](const ModelNode& node) {
+        counter.count(node);
+        return wholeTree || node.kind == "parameter" || Counter::neededLater(node);
+    });
+    return {Renderer().node(root), std::move(counter.summary)};
 }
 
 } // namespace CorvelleTool

@@ -28,7 +28,9 @@ struct ModelDump {
 };
 
 // The whole project: application, tempo, signature, the track tree with channels, clips,
-// events and automation, and the channels that belong to no track.
-ModelDump walkProject(Halvorn::IMediaProject& project);
+// events and automation, and the channels that belong to no track. Without wholeTree the tree
+// holds only application, tempo and signature, and the summary is made while little of the
+// model is held as a tree.
+ModelDump walkProject(Halvorn::IMediaProject& project, bool wholeTree = true);
 
 } // namespace CorvelleTool

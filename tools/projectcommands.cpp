@@ -83,20 +83,21 @@ void printSummary(const ModelDump& dump) {
 
 // The model of a package read without its media, or nothing after the one error line. What
 // the read refused or skipped is said on stderr and added to cases.
-std::optional<ModelDump> readModel(const std::string& path, std::vector<ReadCase>& cases) {
+std::optional<ModelDump> readModel(const std::string& path, std::vector<ReadCase>& cases,
+                                   bool wholeTree) {
     const auto package = readPackage(path, {}, cases);
     reportCases(cases);
     IMediaProject* project = projectOf(package, path);
     if (!project)
         return std::nullopt;
-    return walkProject(*project);
+    return walkProject(*project, wholeTree);
 }
 
 } // namespace
 
 int info(const std::string& path, bool json) {
     std::vector<ReadCase> cases;
-    const std::optional<ModelDump> model = readModel(path, cases);
+    const std::optional<ModelDump> model = readModel(path, cases, false);
     if (!model)
         return kExitFailed;
     if (json)
@@ -108,7 +109,7 @@ int info(const std::string& path, bool json) {
 
 int dump(const std::string& path, bool json) {
     std::vector<ReadCase> cases;
-    const std::optional<ModelDump> model = readModel(path, cases);
+    const std::optional<ModelDump> model = readModel(path, cases, true);
     if (!model)
         return kExitFailed;
     if (json)
@@ -125,7 +126,7 @@ int extract(const std::string& path, const std::string& folder) {
     IMediaProject* project = projectOf(package, path);
     if (!project)
         return kExitFailed;
-    const ModelSummary summary = walkProject(*project).summary;
+    const ModelSummary summary = walkProject(*project, false).summary;
     const std::vector<std::string> unplaced = unplacedMedia(summary.mediaFiles, folder);
     for (const std::string& file : summary.mediaFiles)
         if (std::find(unplaced.begin(), unplaced.end(), file) == unplaced.end())

@@ -61,7 +61,7 @@ int repack(const std::string& in, const std::string& out) {
     if (lostMedium(cases))
         return kExitFailed;
     // A medium the read could not place keeps the document's path, which the write can't find.
-    const auto unplaced = unplacedMedia(walkProject(*project).summary.mediaFiles, media.path());
+    const auto unplaced = unplacedMedia(walkProject(*project, false).summary.mediaFiles, media.path());
     const int written = writePackageFile(package.get(), out);
     if (written != kExitSuccess)
         return written;

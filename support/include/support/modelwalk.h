@@ -7,6 +7,7 @@
 #include "corvelle/mediaproject.h"
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -51,10 +52,15 @@ struct ModelNode {
     ModelGroup* group(const std::string& name);
 };
 
+// Told of each node of the walk once it is whole, its children included; answers whether the
+// node stays in its parent's group. A caller that only counts keeps little and so holds little
+// of a large project at any time.
+using NodeVisitor = std::function<bool(const ModelNode&)>;
+
 // The project: application and signature, the tempo, the track tree with channels, clips,
 // events and automation, then every channel of the project's own list (a track's channel
 // again among them: its `object` tells them apart). Identity fields (id, name, colour when set)
 // come first in every node that has one.
-ModelNode walkModel(Halvorn::IMediaProject& project);
+ModelNode walkModel(Halvorn::IMediaProject& project, const NodeVisitor& visit = {});
 
 } // namespace CorvelleSupport
