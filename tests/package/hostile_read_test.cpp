@@ -178,7 +178,7 @@ TEST(HostileRead, InflationAndDocumentsAreBoundedAndASummaryUnpacksOnlyTheDocume
     CvZipReader::Options documentOnly;
     documentOnly.documentOnly = true;
     EXPECT_TRUE(
-        CvZipReader().unzipToFolder(String(package.c_str()), String(folder.c_str()), documentOnly));
+        CvZipReader().extract(String(package.c_str()), String(folder.c_str()), documentOnly).ok());
     EXPECT_EQ(listTree(folder), (std::vector<std::string>{"project.xml"}));
 }
 
