@@ -18,23 +18,8 @@ namespace CorvelleTool {
 namespace {
 
 using Halvorn::IMediaProject;
-using Halvorn::IMediaProjectPackage;
 using Halvorn::IPtr;
 using nlohmann::ordered_json;
-
-// The project of a package read, or null after the one error line. The library tells no
-// reason, so the line tells the likely one.
-IMediaProject* projectOf(const IPtr<IMediaProjectPackage>& package, const std::string& path) {
-    IMediaProject* project = package ? package->getProject() : nullptr;
-    if (!project) {
-        std::error_code error;
-        const char* reason = std::filesystem::is_regular_file(path, error)
-                                 ? "not a zip archive with a readable project.xml"
-                                 : "no such file";
-        std::cerr << "corvelle: cannot read package '" << path << "': " << reason << "\n";
-    }
-    return project;
-}
 
 // The JSON outputs open with their format version.
 ordered_json withFormat(const ordered_json& fields) {
@@ -85,8 +70,7 @@ void printSummary(const ModelDump& dump) {
 // the read refused or skipped is said on stderr and added to cases.
 std::optional<ModelDump> readModel(const std::string& path, std::vector<ReadCase>& cases) {
     const auto package = readPackage(path, {}, cases);
-    reportCases(cases);
-    IMediaProject* project = projectOf(package, path);
+    IMediaProject* project = projectOf(package, path, cases);
     if (!project)
         return std::nullopt;
     return walkProject(*project);
@@ -121,8 +105,7 @@ int dump(const std::string& path, bool json) {
 int extract(const std::string& path, const std::string& folder) {
     std::vector<ReadCase> cases;
     const auto package = readPackage(path, folder, cases);
-    reportCases(cases);
-    IMediaProject* project = projectOf(package, path);
+    IMediaProject* project = projectOf(package, path, cases);
     if (!project)
         return kExitFailed;
     const ModelSummary summary = walkProject(*project).summary;
@@ -141,10 +124,10 @@ int check(const std::string& path) {
     std::error_code error;
     const std::filesystem::path media = std::filesystem::temp_directory_path(error) / "media";
     const auto package = readPackage(path, error ? std::string() : media.string(), cases);
+    if (!projectOf(package, path, {}))
+        return kExitFailed;
     for (const ReadCase& readCase : cases)
         std::cout << describe(readCase) << "\n";
-    if (!projectOf(package, path))
-        return kExitFailed;
     if (!cases.empty())
         return kExitWarnings;
     std::cout << "ok\n";
