@@ -107,7 +107,7 @@ int run(int rounds, long mediaMiB, const std::string& scratch) {
             if ((side == 0) == (round % 2 == 0)) {
                 std::remove(ours.c_str());
                 const double start = ReadBench::now();
-                if (!writeProjectPackage(package.get(), utf16(ours).c_str())) {
+                if (!writeProjectPackage(package.get(), utf16(ours).c_str()).ok()) {
                     std::fprintf(stderr, "writePackage failed\n");
                     return 1;
                 }

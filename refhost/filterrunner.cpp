@@ -34,6 +34,15 @@ IPtr<IProjectFilterPlugin> createFilter(IPluginFactory& factory, Workstation& st
     return {};
 }
 
+// Why the module's last package read or write on this thread failed; empty when none did.
+std::string lastPackageFailure(LoadedModule& module) {
+    const auto manager = IPtr<IMediaPackageManager>::adopt(module.createPackageManager());
+    const auto last = manager ? queryInterface<IMediaPackageLastError>(manager.get())
+                              : IPtr<IMediaPackageLastError>();
+    return last && last->getLastError() != kPackageNoError ? toUtf8(last->getLastErrorMessage())
+                                                           : std::string();
+}
+
 } // namespace
 
 int runFilterCommand(const FilterRequest& request, std::ostream& out, std::ostream& err) {
@@ -64,6 +73,7 @@ int runFilterCommand(const FilterRequest& request, std::ostream& out, std::ostre
         result = importing ? filter->importProject(nullptr, target)
                            : filter->exportProject(nullptr, target);
     }
+    const std::string failure = result == kResultOk ? std::string() : lastPackageFailure(module);
     bool saved = request.sessionOut.empty() || station->save(request.sessionOut, error);
     LedgerReport report = station->close();
     module.finish();
@@ -75,6 +85,11 @@ int runFilterCommand(const FilterRequest& request, std::ostream& out, std::ostre
     if (!report.clean()) {
         err << "corvelle-host: the host's objects were not given back as they should be: "
             << report.text();
+        return 1;
+    }
+    if (!failure.empty()) {
+        // The write's cause names its target already; the read's names only what went wrong.
+        err << "corvelle-host: " << (importing ? request.target + ": " : "") << failure << "\n";
         return 1;
     }
     if (result != kResultOk) {

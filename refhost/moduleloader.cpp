@@ -30,6 +30,13 @@ bool LoadedModule::open(const std::string& path, std::ostream& err) {
 
 IPluginFactory* LoadedModule::factory() { return getFactory_ ? getFactory_() : nullptr; }
 
+IMediaPackageManager* LoadedModule::createPackageManager() {
+    using Create = IMediaPackageManager* (*)();
+    auto create = handle_ ? reinterpret_cast<Create>(dlsym(handle_, "CreatePackageManager"))
+                          : nullptr;
+    return create ? create() : nullptr;
+}
+
 bool LoadedModule::finish() {
     if (!handle_)
         return false;

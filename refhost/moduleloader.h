@@ -2,6 +2,7 @@
 #pragma once
 
 #include "corvelle/factory.h"
+#include "corvelle/package.h"
 
 #include <ostream>
 #include <string>
@@ -24,6 +25,9 @@ public:
     bool initResult() const { return initResult_; }
     // One reference, the caller releases; null when the module gives none.
     IPluginFactory* factory();
+    // A package manager from the module's host-free door, one reference; null when the module
+    // has none.
+    IMediaPackageManager* createPackageManager();
     // Calls ExitDll and closes the module; gives ExitDll's answer.
     bool finish();
 

@@ -89,17 +89,18 @@ int statusOf(int status) {
 int runRemovingLeftovers(const Leftovers& leftovers, const std::function<int()>& command) {
     std::error_code error;
     std::string privateTemp = (fs::temp_directory_path(error) / "corvelle-XXXXXX").string();
-    if (error || !mkdtemp(privateTemp.data())) {
-        std::cerr << "corvelle: cannot make a temporary folder\n";
-        return 1;
-    }
+    // A temporary folder that can't take this private one can't take the library's either: the
+    // command then runs without one and says why in its own words.
+    if (error || !mkdtemp(privateTemp.data()))
+        privateTemp.clear();
     const std::vector<Watched> watched = watch(leftovers);
     std::cout.flush();
     installHandlers(forwardSignal);
     const pid_t child = fork();
     if (child == 0) {
         installHandlers(SIG_DFL);
-        setenv("TMPDIR", privateTemp.c_str(), 1);
+        if (!privateTemp.empty())
+            setenv("TMPDIR", privateTemp.c_str(), 1);
         const int result = gSignal ? 128 + gSignal : command();
         std::cout.flush();
         std::fflush(nullptr);
@@ -123,7 +124,8 @@ int runRemovingLeftovers(const Leftovers& leftovers, const std::function<int()>&
         if (gSignal)
             result = 128 + gSignal;
     }
-    fs::remove_all(privateTemp, error);
+    if (!privateTemp.empty())
+        fs::remove_all(privateTemp, error);
     return result;
 }
 

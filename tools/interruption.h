@@ -17,7 +17,7 @@ struct Leftovers {
 };
 
 // Runs command in a child process with a private temporary folder ($TMPDIR), which is removed
-// afterwards whatever happens. When SIGINT or SIGTERM arrives, the child is stopped with that
+// afterwards whatever happens; when none can be made, the child keeps the caller's $TMPDIR. When SIGINT or SIGTERM arrives, the child is stopped with that
 // signal, whatever appeared in the leftover places during the run is removed, and the result is
 // 128 plus the signal; otherwise it is the command's own result.
 int runRemovingLeftovers(const Leftovers& leftovers, const std::function<int()>& command);

@@ -129,8 +129,12 @@ int check(const std::string& path, bool json) {
     // document's line and column are the most useful finding there is.
     std::vector<ArchiveEntry> entries;
     std::string document;
-    if (!read)
-        findings.push_back({Severity::kError, "unreadable", path, "the package can't be read"});
+    if (!read) {
+        // Said on stderr too, as every command says a package it can't read.
+        const std::string cause = lastFailure();
+        std::cerr << "corvelle: " << path << ": " << cause << "\n";
+        findings.push_back({Severity::kError, "unreadable", path, cause});
+    }
     if (readArchiveEntries(path, entries) &&
         readArchiveEntry(path, "project.xml", kDocumentLimit, document)) {
         checkArchive(entries, findings);

@@ -67,6 +67,12 @@ private:
     std::atomic<uint32> count_{1};
 };
 
+// Says each case on stderr as a warning.
+void reportCases(const std::vector<ReadCase>& cases) {
+    for (const ReadCase& readCase : cases)
+        std::cerr << "corvelle: " << describe(readCase) << "\n";
+}
+
 } // namespace
 
 IPtr<IMediaProjectPackage> readPackage(const std::string& path, const std::string& mediaFolder,
@@ -97,22 +103,8 @@ std::string describe(const ReadCase& readCase) {
     case kReadOverlappingEntry:
         text = "skipped entry whose data overlap another's";
         break;
-    case kReadInflationLimit:
-        text = "extraction stopped: it would inflate beyond the bound for the package's size";
-        break;
-    case kReadExtractionFailed:
-        text = "extraction stopped: a write into the temporary folder failed";
-        break;
-    case kReadDocumentTooLarge:
-        text = "document refused: it holds a tag or a text over 64 MiB";
-        break;
     }
     return std::string(text) + ": " + readCase.subject;
-}
-
-void reportCases(const std::vector<ReadCase>& cases) {
-    for (const ReadCase& readCase : cases)
-        std::cerr << "corvelle: " << describe(readCase) << "\n";
 }
 
 bool lostMedium(const std::vector<ReadCase>& cases) {
@@ -122,11 +114,28 @@ bool lostMedium(const std::vector<ReadCase>& cases) {
     return false;
 }
 
+std::string lastFailure() {
+    const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
+    const auto last = manager ? Halvorn::queryInterface<IMediaPackageLastError>(manager.get())
+                              : IPtr<IMediaPackageLastError>();
+    const char16* message = last ? last->getLastErrorMessage() : nullptr;
+    return message && message[0] ? toUtf8(message) : "out of memory";
+}
+
+IMediaProject* projectOf(const IPtr<IMediaProjectPackage>& package, const std::string& path,
+                         const std::vector<ReadCase>& warnings) {
+    IMediaProject* project = package ? package->getProject() : nullptr;
+    if (!project)
+        std::cerr << "corvelle: " << path << ": " << lastFailure() << "\n";
+    else
+        reportCases(warnings);
+    return project;
+}
+
 int writePackageFile(IMediaProjectPackage* package, const std::string& path) {
     const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
     if (!manager || !manager->writePackage(package, toUtf16(path).c_str())) {
-        std::cerr << "corvelle: cannot write package '" << path
-                  << "': its folder must exist and be writable\n";
+        std::cerr << "corvelle: " << lastFailure() << "\n";
         return kExitFailed;
     }
     return kExitSuccess;

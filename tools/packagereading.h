@@ -22,16 +22,21 @@ struct ReadCase {
 Halvorn::IPtr<Halvorn::IMediaProjectPackage>
 readPackage(const std::string& path, const std::string& mediaFolder, std::vector<ReadCase>& cases);
 
-// One line for a case, as the tools print it.
-std::string describe(const ReadCase& readCase);
+// The project of a package read, after the warnings of what the read refused or skipped; or
+// null after the one error line with the library's reason, which says all that matters then.
+Halvorn::IMediaProject* projectOf(const Halvorn::IPtr<Halvorn::IMediaProjectPackage>& package,
+                                  const std::string& path, const std::vector<ReadCase>& warnings);
 
-// Says each case on stderr as a warning.
-void reportCases(const std::vector<ReadCase>& cases);
+// Why the last read or write on this thread failed, as the library tells it, with its place.
+std::string lastFailure();
+
+// One line for a case that leaves the read standing, as the tools print it.
+std::string describe(const ReadCase& readCase);
 
 // True when one of the cases lost a medium that was there: it could not be copied whole.
 bool lostMedium(const std::vector<ReadCase>& cases);
 
-// Writes the package file and says on stderr when it can't; kExitSuccess or kExitFailed.
+// Writes the package file and says on stderr why when it can't; kExitSuccess or kExitFailed.
 int writePackageFile(Halvorn::IMediaProjectPackage* package, const std::string& path);
 
 } // namespace CorvelleTool

@@ -18,23 +18,8 @@ namespace CorvelleTool {
 namespace {
 
 using Halvorn::IMediaProject;
-using Halvorn::IMediaProjectPackage;
 using Halvorn::IPtr;
 using nlohmann::ordered_json;
-
-// The project of a package read, or null after the one error line. The library tells no
-// reason, so the line tells the likely one.
-IMediaProject* projectOf(const IPtr<IMediaProjectPackage>& package, const std::string& path) {
-    IMediaProject* project = package ? package->getProject() : nullptr;
-    if (!project) {
-        std::error_code error;
-        const char* reason = std::filesystem::is_regular_file(path, error)
-                                 ? "not a zip archive with a readable project.xml"
-                                 : "no such file";
-        std::cerr << "corvelle: cannot read package '" << path << "': " << reason << "\n";
-    }
-    return project;
-}
 
 // The JSON outputs open with their format version.
 ordered_json withFormat(const ordered_json& fields) {
@@ -86,8 +71,7 @@ void printSummary(const ModelDump& dump) {
 std::optional<ModelDump> readModel(const std::string& path, std::vector<ReadCase>& cases,
                                    bool wholeTree) {
     const auto package = readPackage(path, {}, cases);
-    reportCases(cases);
-    IMediaProject* project = projectOf(package, path);
+    IMediaProject* project = projectOf(package, path, cases);
     if (!project)
         return std::nullopt;
     return walkProject(*project, wholeTree);
@@ -122,8 +106,7 @@ int dump(const std::string& path, bool json) {
 int extract(const std::string& path, const std::string& folder) {
     std::vector<ReadCase> cases;
     const auto package = readPackage(path, folder, cases);
-    reportCases(cases);
-    IMediaProject* project = projectOf(package, path);
+    IMediaProject* project = projectOf(package, path, cases);
     if (!project)
         return kExitFailed;
     const ModelSummary summary = walkProject(*project, false).summary;

@@ -7,7 +7,10 @@
 #include "modelwalk.h"
 #include "packagereading.h"
 
+#include <cctype>
+#include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <iostream>
 
@@ -21,11 +24,13 @@ using namespace Halvorn;
 class MediaFolder {
 public:
     MediaFolder() {
-        std::error_code error;
-        std::string pattern =
-            (std::filesystem::temp_directory_path(error) / "corvelle-repack-XXXXXX").string();
-        if (!error && mkdtemp(pattern.data()))
+        const char* variable = std::getenv("TMPDIR");
+        base_ = variable && variable[0] ? variable : "/tmp";
+        std::string pattern = base_ + "/corvelle-repack-XXXXXX";
+        if (mkdtemp(pattern.data()))
             path_ = pattern;
+        else
+            error_ = errno;
     }
     ~MediaFolder() {
         std::error_code ignored;
@@ -36,9 +41,17 @@ public:
     MediaFolder& operator=(const MediaFolder&) = delete;
 
     const std::string& path() const { return path_; }
+    // Why there is no folder, in the library's words for the same failure.
+    std::string failure() const {
+        std::string text = std::strerror(error_);
+        text[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(text[0])));
+        return "cannot create a folder in the temporary folder " + base_ + ": " + text;
+    }
 
 private:
+    std::string base_;
     std::string path_;
+    int error_ = 0;
 };
 
 } // namespace
@@ -46,17 +59,14 @@ private:
 int repack(const std::string& in, const std::string& out) {
     MediaFolder media;
     if (media.path().empty()) {
-        std::cerr << "corvelle: cannot make a temporary folder for the media\n";
+        std::cerr << "corvelle: " << in << ": " << media.failure() << "\n";
         return kExitFailed;
     }
     std::vector<ReadCase> cases;
     const auto package = readPackage(in, media.path(), cases);
-    reportCases(cases);
-    IMediaProject* project = package ? package->getProject() : nullptr;
-    if (!project) {
-        std::cerr << "corvelle: cannot read package '" << in << "'\n";
+    IMediaProject* project = projectOf(package, in, cases);
+    if (!project)
         return kExitFailed;
-    }
     // A medium that was there but didn't arrive would be missing from the new package.
     if (lostMedium(cases))
         return kExitFailed;

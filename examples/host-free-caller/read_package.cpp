@@ -56,7 +56,10 @@ int main(int argc, char** argv) {
                                  manager->readPackage(toUtf16(argv[1]).c_str(), &client))
                            : IPtr<IMediaProjectPackage>();
     if (!package) {
-        std::fprintf(stderr, "read_package: cannot read %s\n", argv[1]);
+        // The manager keeps the reason of this thread's last failed read beside the null.
+        auto last = queryInterface<IMediaPackageLastError>(manager.get());
+        std::fprintf(stderr, "read_package: %s: %s\n", argv[1],
+                     last ? toUtf8(last->getLastErrorMessage()).c_str() : "cannot read");
         return 1;
     }
     IMediaProject* project = package->getProject(); // borrowed from the package

@@ -67,17 +67,62 @@ struct IMediaPackageReadReport : FUnknown {
     static constexpr FUID iid = FUID::make(0xD8079F40, 0xFED9, 0x413E, 0xBC1B, 0x237A6CE05F7A);
 };
 
-// Turns package files into project models and back. Holds no state between calls; every call
-// runs to its end on the caller's thread.
+// Why the last readPackage or writePackage on a thread failed, as IMediaPackageLastError tells.
+enum PackageErrorCode : int32 {
+    kPackageNoError = 0,
+    // The package file, or a folder on its path, doesn't exist.
+    kPackageNotFound = 1,
+    // The package is a folder, a FIFO, a device: only regular files are opened.
+    kPackageNotRegularFile = 2,
+    // The file can't be opened or read (permissions, an I/O error).
+    kPackageUnreadable = 3,
+    // Empty, or no zip archive at all.
+    kPackageNotZip = 4,
+    // A zip archive cut short: its directory or end record is missing or damaged.
+    kPackageTruncated = 5,
+    // The archive has no project.xml at its root.
+    kPackageNoDocument = 6,
+    // project.xml isn't well-formed, nests too deeply, holds a token over 64 MiB, or its root
+    // isn't Project; the message gives the line and column where the reader stopped.
+    kPackageBadDocument = 7,
+    // No extraction folder could be made in the temporary folder ($TMPDIR, else /tmp).
+    kPackageTemporaryFolder = 8,
+    // A write into the extraction folder failed, or the extraction passed its bound.
+    kPackageExtractionFailed = 9,
+    // The package file couldn't be written: its folder is missing, the target is a folder, the
+    // disk is full, and so on; an existing file at the target stays as it was.
+    kPackageWriteFailed = 10,
+    // A null argument, or a package without a project to write.
+    kPackageInvalidArgument = 11,
+    kPackageOutOfMemory = 12,
+};
+
+// Reached by queryInterface on the package manager. The reason is kept per thread, by all the
+// managers of the module alike, from the end of one readPackage or writePackage to the start of
+// the next on that thread; a success clears it.
+struct IMediaPackageLastError : FUnknown {
+    // A PackageErrorCode; kPackageNoError after a success or before any call.
+    virtual int32 getLastError() = 0;
+    // The cause with its place, for people, as zero-terminated UTF-16, e.g. "project.xml line
+    // 12, column 4: mismatched tag" or "cannot write /x/y.corvelle: no space left on device";
+    // empty after a success. Valid until the next readPackage or writePackage on this thread.
+    virtual const char16* getLastErrorMessage() = 0;
+
+    static constexpr FUID iid = FUID::make(0x84E42F29, 0x44F4, 0x40C5, 0xB541, 0x502861637DD0);
+};
+
+// Turns package files into project models and back. Holds no state between calls but the
+// reason of the last failure (IMediaPackageLastError); every call runs to its end on the
+// caller's thread.
 struct IMediaPackageManager : FUnknown {
     // Reads the package file at path (UTF-16, "/" or "\" separators). One reference, the
     // caller releases; null when no project could be read, and also when the extraction failed
-    // to write or passed its bound (see PackageReadCase). When the client wants no file type at
-    // all, only project.xml is extracted.
+    // to write or passed its bound (see PackageReadCase); IMediaPackageLastError then tells
+    // why. When the client wants no file type at all, only project.xml is extracted.
     virtual IMediaProjectPackage* readPackage(const char16* path,
                                               IMediaPackageManagerClient* client) = 0;
     // Writes the package's project to a package file at path, replacing a file there.
-    // Nonzero for success.
+    // Nonzero for success; on failure IMediaPackageLastError tells why.
     virtual int32 writePackage(IMediaProjectPackage* package, const char16* path) = 0;
 
     static constexpr FUID iid = FUID::make(0x8D2E8B96, 0x68C3, 0x4C1B, 0xBDCA, 0x97E19CD23899);

@@ -27,13 +27,20 @@ tresult CvXmlReader::queryInterface(const FUID& iid, void** object) {
     return CvObject::queryInterface(iid, object);
 }
 
+CvProject* CvXmlReader::fail(DocumentError::Kind kind, const char8* message) {
+    error = DocumentError();
+    error.kind = kind;
+    error.message = message;
+    return nullptr;
+}
+
 CvProject* CvXmlReader::readProject(const String& path) {
     FUrl url(path, false);
     if (!gFNFileSystem->fileExists(url))
-        return nullptr;
+        return fail(DocumentError::kUnreadable, "no such file");
     FStream* file = gFNFileSystem->openStream(url, FStream::kRead);
     if (!file)
-        return nullptr;
+        return fail(DocumentError::kUnreadable, "cannot be opened");
     CvProject* project = nullptr;
     void* face = nullptr;
     if (file->queryInterface(IBStream::iid, &face) == kResultOk)
@@ -48,30 +55,42 @@ CvProject* CvXmlReader::readProject(IBStream* stream) {
             return nullptr;
         const CvXmlElement root = tree.root();
         if (!root || std::strcmp(root.getName(), Element::kProject) != 0)
-            return nullptr;
+            return fail(DocumentError::kNotProject, "the root element is not Project");
         return buildProject(root);
     } catch (const std::bad_alloc&) {
-        return nullptr;
+        return fail(DocumentError::kOutOfMemory, "out of memory");
     }
 }
 
 bool CvXmlReader::parseTree(IBStream* stream) {
     tree.clear();
-    failed = false;
+    error = DocumentError();
     FXmlParser2 parser(this, "UTF-8");
-    const bool parsed = parser.parse(stream);
-    tooLarge = parser.wasTooLarge();
-    return parsed && !failed;
+    if (parser.parse(stream) && error.kind == DocumentError::kNone)
+        return true;
+    if (error.kind == DocumentError::kNone) {
+        const char8* text = parser.getErrorText();
+        error.kind = parser.wasTooLarge() ? DocumentError::kTooLarge : DocumentError::kMalformed;
+        error.message = parser.wasTooLarge() ? "a tag or a text over 64 MiB"
+                        : text[0]            ? text
+                                             : "unreadable document";
+    }
+    error.line = parser.getLine();
+    error.column = parser.getColumn();
+    return false;
+}
+
+void CvXmlReader::stopWith(FXmlParser2* parser, DocumentError::Kind kind, const char8* message) {
+    error.kind = kind;
+    error.message = message;
+    parser->stop();
 }
 
 void CvXmlReader::startElement(FXmlParser2* parser, const char8* name, const char8** attributes) {
-    if (failed)
+    if (error.kind != DocumentError::kNone)
         return;
-    if (tree.openDepth() >= kMaxDepth) {
-        failed = true;
-        parser->stop();
-        return;
-    }
+    if (tree.openDepth() >= kMaxDepth)
+        return stopWith(parser, DocumentError::kTooDeep, "elements nested too deeply");
     int32 count = 0;
     while (attributes && count < kMaxAttributes && attributes[2 * count] &&
            attributes[2 * count + 1])
@@ -80,13 +99,12 @@ void CvXmlReader::startElement(FXmlParser2* parser, const char8* name, const cha
         tree.open(name, attributes, count);
     } catch (const std::bad_alloc&) {
         // No exception may pass through the parser's C frames.
-        failed = true;
-        parser->stop();
+        stopWith(parser, DocumentError::kOutOfMemory, "out of memory");
     }
 }
 
 void CvXmlReader::endElement(FXmlParser2*, const char8*) {
-    if (!failed)
+    if (error.kind == DocumentError::kNone)
         tree.close();
 }
 

@@ -81,6 +81,20 @@ int32 FXmlParser2::getErrorCode() const {
     return parser_ ? static_cast<int32>(XML_GetErrorCode(parser_)) : 0;
 }
 
+const char8* FXmlParser2::getErrorText() const {
+    const XML_LChar* text = parser_ ? XML_ErrorString(XML_GetErrorCode(parser_)) : nullptr;
+    return text && getErrorCode() != XML_ERROR_NONE ? text : "";
+}
+
+int32 FXmlParser2::getLine() const {
+    return parser_ ? static_cast<int32>(XML_GetCurrentLineNumber(parser_)) : 0;
+}
+
+// expat counts columns from 0; people and editors from 1.
+int32 FXmlParser2::getColumn() const {
+    return parser_ ? static_cast<int32>(XML_GetCurrentColumnNumber(parser_)) + 1 : 0;
+}
+
 bool FXmlParser2::refuseLargeToken() {
     if (XML_GetCurrentByteCount(parser_) <= kMaxTokenBytes)
         return false;

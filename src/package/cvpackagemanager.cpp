@@ -11,6 +11,7 @@
 #include "package/cvpackage.h"
 #include "package/cvzipreader.h"
 #include "package/package_writer.h"
+#include "package/packageerror.h"
 #include "package/readreport.h"
 
 #include <cerrno>
@@ -24,13 +25,16 @@ namespace {
 
 void toSlashes(String& path) { path.replace(String("\\"), String("/")); }
 
-// Claimed exclusively: a concurrent read of a package with the same name never shares it.
-[[nodiscard]] bool claimExtractionFolder(const String& name, FUrl& folder) {
+// Claimed exclusively: a concurrent read of a package with the same name never shares it. The
+// temporary folder itself must exist: a missing one is a setting to fix, not a folder to make.
+[[nodiscard]] PackageError claimExtractionFolder(const String& name, FUrl& folder) {
     const FUrl wanted(name, FUrl::kTemporaryFolder, true);
-    if (wanted.isEmpty())
-        return false;
-    (void)gFNFileSystem->createFolder(FUrl(wanted.getFolderPath(), true));
-    return gFNFileSystem->claimUnique(wanted, folder);
+    if (!wanted.isEmpty() && gFNFileSystem->claimUnique(wanted, folder))
+        return {};
+    const int cause = errno;
+    String lead("cannot create a folder in the temporary folder ");
+    lead.append(FUrl(String("x"), FUrl::kTemporaryFolder, false).getFolderPath());
+    return packageError(kPackageTemporaryFolder, lead, cause);
 }
 
 // Removes the extraction folder on every way out, an exception of memory included.
@@ -160,74 +164,97 @@ bool wantsNoMedia(IMediaPackageManagerClient& client) {
     return true;
 }
 
+// Why project.xml gave no project, with the line and column where the reader stopped.
+PackageError documentError(const DocumentError& cause) {
+    String message("project.xml");
+    if (cause.line > 0)
+        message.printf("project.xml line %d, column %d", cause.line, cause.column);
+    message.append(": ");
+    message.append(cause.message);
+    return packageError(kPackageBadDocument, message);
+}
+
 // Steps behind a claimed extraction folder: unpack, read the document, move the media.
-IPtr<CvProject> readExtracted(const FUrl& packageUrl, const FUrl& folder,
-                              IMediaPackageManagerClient& client) {
+PackageError readExtracted(const FUrl& packageUrl, const FUrl& folder,
+                           IMediaPackageManagerClient& client, IPtr<CvProject>& project) {
     const IPtr<IMediaPackageReadReport> report =
         Halvorn::queryInterface<IMediaPackageReadReport>(&client);
     CvZipReader::Options options;
     options.documentOnly = wantsNoMedia(client);
+    options.requireDocument = true;
     options.report = report.get();
-    if (!CvZipReader().unzipToFolder(packageUrl.getPath(), folder.getPath(), options))
-        return {};
+    PackageError error = CvZipReader().extract(packageUrl.getPath(), folder.getPath(), options);
+    if (!error.ok())
+        return error;
     String documentPath(folder.getPath());
     documentPath.append("/project.xml");
     toSlashes(documentPath);
-    if (!gFNFileSystem->fileExists(FUrl(documentPath, false)))
-        return {};
     const IPtr<CvXmlReader> documentReader = newObject<CvXmlReader>();
-    IPtr<CvProject> project = IPtr<CvProject>::adopt(documentReader->readProject(documentPath));
+    project = IPtr<CvProject>::adopt(documentReader->readProject(documentPath));
     if (!project) {
-        if (documentReader->wasTooLarge())
+        const DocumentError& cause = documentReader->lastError();
+        if (cause.kind == DocumentError::kOutOfMemory)
+            throw std::bad_alloc();
+        if (cause.kind == DocumentError::kTooLarge)
             tellReport(report.get(), kReadDocumentTooLarge, String("project.xml"));
-        return {};
+        return documentError(cause);
     }
     const ReadContext read{folder.getPath(), client, report.get()};
     for (ICvFileAccessor* accessor : project->getFileAccessors())
         if (accessor)
             moveFileToClient(*accessor, read);
-    return project;
+    return {};
 }
 
-IMediaProjectPackage* readPackageFile(const String& path, IMediaPackageManagerClient& client) {
+PackageError readPackageFile(const String& path, IMediaPackageManagerClient& client,
+                             IPtr<CvProject>& project) {
     const FUrl packageUrl(path, false);
-    if (!gFNFileSystem->fileExists(packageUrl))
-        return nullptr;
     FUrl folder;
-    if (!claimExtractionFolder(packageUrl.getNameWithoutExtension(), folder))
-        return nullptr;
-    IPtr<CvProject> project;
-    {
-        const ExtractionFolderRemoval removal(folder);
-        project = readExtracted(packageUrl, folder, client);
-    }
-    if (!project)
-        return nullptr;
-    // The package takes its own reference; the reader's goes with the handle.
-    return new CvPackage(project.get());
+    PackageError error = claimExtractionFolder(packageUrl.getNameWithoutExtension(), folder);
+    if (!error.ok())
+        return error;
+    const ExtractionFolderRemoval removal(folder);
+    return readExtracted(packageUrl, folder, client, project);
 }
+
+// The published answer is null or false; the reason waits beside it for IMediaPackageLastError.
+PackageError outOfMemory() { return packageError(kPackageOutOfMemory, String("out of memory")); }
 
 } // namespace
 
 tresult CvPackageManager::queryInterface(const FUID& iid, void** object) {
     CV_QUERY(iid, object, IMediaPackageManager)
+    CV_QUERY(iid, object, IMediaPackageLastError)
     return CvObject::queryInterface(iid, object);
 }
 
 IMediaProjectPackage* CvPackageManager::readPackage(const char16* path,
                                                     IMediaPackageManagerClient* client) {
-    if (!path || !client)
+    if (!path || !client) {
+        setLastPackageError(packageError(kPackageInvalidArgument, String("no path or no client")));
         return nullptr;
+    }
     try {
-        return readPackageFile(String(path), *client);
+        IPtr<CvProject> project;
+        const PackageError error = readPackageFile(String(path), *client, project);
+        setLastPackageError(error);
+        // The package takes its own reference; the reader's goes with the handle.
+        return error.ok() ? new CvPackage(project.get()) : nullptr;
     } catch (const std::bad_alloc&) {
         // Nothing crosses the interface; the extraction folder is gone already.
+        setLastPackageError(outOfMemory());
         return nullptr;
     }
 }
 
 int32 CvPackageManager::writePackage(IMediaProjectPackage* package, const char16* path) {
-    return writeProjectPackage(package, path) ? 1 : 0;
+    const PackageError error = writeProjectPackage(package, path);
+    setLastPackageError(error);
+    return error.ok() ? 1 : 0;
 }
+
+int32 CvPackageManager::getLastError() { return lastPackageErrorCode(); }
+
+const char16* CvPackageManager::getLastErrorMessage() { return lastPackageErrorMessage(); }
 
 } // namespace Halvorn

@@ -6,7 +6,9 @@
 #include "package/readreport.h"
 #include "package/zipentryname.h"
 
+#include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <iterator>
 #include <map>
 #include <sys/stat.h>
@@ -26,13 +28,28 @@ constexpr const char8* kDocumentName = "project.xml";
 struct Extraction {
     const ConfinedFolder& target;
     const CvZipReader::Options& options;
+    const String& folder;
     uint64 budget;                   // bytes that may still be written
     std::map<uint64, uint64> ranges; // archive data already extracted: start to end
+    PackageError error;
     bool failed = false;
+    bool documentFound = false;
 
-    void fail(PackageReadCase cause, const char8* entry) {
+    // errorNumber is the write's; 0 for the inflation bound.
+    void fail(PackageReadCase cause, const char8* entry, int errorNumber) {
         failed = true;
         tellReport(options.report, cause, String(entry));
+        String lead;
+        if (errorNumber == 0) {
+            lead.printf("extraction stopped at %s: it would inflate beyond the bound for the "
+                        "package's size",
+                        entry);
+            error = packageError(kPackageExtractionFailed, lead);
+            return;
+        }
+        String where(folder);
+        lead.printf("cannot extract %s into %s", entry, where.text8());
+        error = packageError(kPackageExtractionFailed, lead, errorNumber);
     }
     // Claims the data range of the entry just opened; false when it overlaps one claimed before.
     bool claimRange(uint64 start, uint64 size) {
@@ -62,9 +79,9 @@ void copyCurrentEntry(unzFile zip, int file, uint64 statedSize, Extraction& run,
         const uint32 keep = static_cast<uint64>(got) < remaining ? static_cast<uint32>(got)
                                                                  : static_cast<uint32>(remaining);
         if (keep > run.budget)
-            return run.fail(kReadInflationLimit, entry);
+            return run.fail(kReadInflationLimit, entry, 0);
         if (!writeAll(file, buffer, keep))
-            return run.fail(kReadExtractionFailed, entry);
+            return run.fail(kReadExtractionFailed, entry, errno);
         run.budget -= keep;
         remaining -= keep;
     }
@@ -86,7 +103,8 @@ void extractOpenEntry(unzFile zip, const unz_file_info64& info, const ZipEntryNa
         return;
     copyCurrentEntry(zip, file, info.uncompressed_size, run, name.text);
     if (close(file) != 0 && !run.failed)
-        run.fail(kReadExtractionFailed, name.text);
+        run.fail(kReadExtractionFailed, name.text, errno);
+    run.documentFound = run.documentFound || std::strcmp(name.text, kDocumentName) == 0;
 }
 
 // Gives false when the directory record can't be read or the extraction failed, which ends
@@ -128,6 +146,41 @@ uint64 inflationBudget(const char8* archivePath) {
     return size * CvZipReader::kInflationFactor + CvZipReader::kInflationAllowance;
 }
 
+// Only a regular file is handed to minizip: a FIFO would block it, a folder fails obscurely.
+// The file is opened without blocking and looked at through that descriptor.
+PackageError checkArchiveFile(const String& path) {
+    String native(path);
+    const int file = open(native.text8(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (file < 0)
+        return errno == ENOENT ? packageError(kPackageNotFound, String("no such file"))
+                               : packageError(kPackageUnreadable, String("cannot open"), errno);
+    struct stat status;
+    const int statError = fstat(file, &status) == 0 ? 0 : errno;
+    close(file);
+    if (statError != 0)
+        return packageError(kPackageUnreadable, String("cannot open"), statError);
+    if (S_ISDIR(status.st_mode))
+        return packageError(kPackageNotRegularFile, String("is a directory"));
+    if (!S_ISREG(status.st_mode))
+        return packageError(kPackageNotRegularFile, String("not a regular file"));
+    if (status.st_size == 0)
+        return packageError(kPackageNotZip, String("empty file"));
+    return {};
+}
+
+// Why minizip refused the archive: one that begins with an entry's header but has no readable
+// end record was cut short.
+PackageError unopenableArchive(const String& path) {
+    FStream* file = gFNFileSystem->openStream(FUrl(path, false), FStream::kRead);
+    unsigned char header[4] = {};
+    const bool whole = file && file->read(header, sizeof header) == sizeof header;
+    gFNFileSystem->closeStream(file);
+    const unsigned char entrySignature[4] = {'P', 'K', 3, 4};
+    if (whole && std::memcmp(header, entrySignature, 4) == 0)
+        return packageError(kPackageTruncated, String("truncated archive"));
+    return packageError(kPackageNotZip, String("not a zip archive"));
+}
+
 // minizip doesn't find an end record at offset 0, so it can't open an archive without entries;
 // such an archive is nothing but that record (and its comment).
 bool isEmptyArchive(const String& path) {
@@ -145,20 +198,37 @@ bool isEmptyArchive(const String& path) {
 
 } // namespace
 
-bool CvZipReader::unzipToFolder(const String& zipPath, const String& folder,
-                                const Options& options) const {
+PackageError CvZipReader::extract(const String& zipPath, const String& folder,
+                                  const Options& options) const {
     String archive(zipPath);
+    PackageError error = checkArchiveFile(archive);
+    if (!error.ok())
+        return error;
+    const PackageError noDocument =
+        packageError(kPackageNoDocument, String("no project.xml in the archive"));
     unzFile zip = unzOpen64(archive.text8());
-    if (!zip)
-        return isEmptyArchive(archive);
+    if (!zip) {
+        if (!isEmptyArchive(archive))
+            return unopenableArchive(archive);
+        return options.requireDocument ? noDocument : PackageError();
+    }
     String root(folder);
     const ConfinedFolder target(root.text8());
-    Extraction run{target, options, inflationBudget(archive.text8()), {}};
+    Extraction run{target, options, folder, inflationBudget(archive.text8()), {}, {}};
+    if (!target.isOpen()) {
+        String lead("cannot open ");
+        lead.append(folder);
+        error = packageError(kPackageExtractionFailed, lead, errno);
+    }
     bool more = target.isOpen() && unzGoToFirstFile(zip) == UNZ_OK;
     while (more)
         more = extractCurrentEntry(zip, run) && unzGoToNextFile(zip) == UNZ_OK;
     unzClose(zip);
-    return !run.failed;
+    if (run.failed)
+        return run.error;
+    if (error.ok() && options.requireDocument && !run.documentFound)
+        return noDocument;
+    return error;
 }
 
 } // namespace Halvorn

@@ -6,6 +6,7 @@
 #include "foundation/ffilesystem.h"
 #include "package/zipentryname.h"
 
+#include <cerrno>
 #include <cstring>
 #include <zip.h>
 
@@ -31,16 +32,21 @@ String joinEntryName(const String& prefix, const String& name) {
     return joined;
 }
 
-void addFileToZip(const FUrl& file, const String& entryName, zipFile zip) {
+// minizip fails on the system's write, whose errno stands; a failure of its own sets none.
+int writeFailure() { return errno != 0 ? errno : EIO; }
+
+// Gives the error number of a failed write to the archive, 0 otherwise: a file that can't be
+// read or named merely gets no entry.
+int addFileToZip(const FUrl& file, const String& entryName, zipFile zip) {
     FStream* stream = gFNFileSystem->openStream(file, FStream::kRead);
     if (!stream)
-        return;
+        return 0;
     String name(entryName);
     name.toMultiByte(String::kCodePageUtf8);
     const uint32 length = static_cast<uint32>(std::strlen(name.text8()));
     if (length == 0 || length > kMaxEntryNameLength) {
         gFNFileSystem->closeStream(stream);
-        return;
+        return 0;
     }
     char8 utf8Name[kEntryNameBufferBytes] = {};
     std::memcpy(utf8Name, name.text8(), length);
@@ -48,21 +54,29 @@ void addFileToZip(const FUrl& file, const String& entryName, zipFile zip) {
     // An all-zero record: no real time, so equal contents give equal packages.
     zip_fileinfo info;
     std::memset(&info, 0, sizeof info);
+    int failure = 0;
     if (zipOpenNewFileInZip4_64(zip, utf8Name, &info, nullptr, 0, nullptr, 0, nullptr, Z_DEFLATED,
                                 kLevel, 0, kWindowBits, kMemoryLevel, Z_DEFAULT_STRATEGY, nullptr,
                                 0, kVersionMadeBy, kFlagUtf8Name, 0) == ZIP_OK) {
         char buffer[kChunkBytes];
         for (;;) {
             const int32 got = stream->read(buffer, kChunkBytes);
-            if (got <= 0 || zipWriteInFileInZip(zip, buffer, static_cast<unsigned>(got)) != ZIP_OK)
+            if (got <= 0)
                 break;
+            if (zipWriteInFileInZip(zip, buffer, static_cast<unsigned>(got)) != ZIP_OK) {
+                failure = writeFailure();
+                break;
+            }
         }
-        zipCloseFileInZip(zip);
+        if (zipCloseFileInZip(zip) != ZIP_OK && failure == 0)
+            failure = writeFailure();
     }
     gFNFileSystem->closeStream(stream);
+    return failure;
 }
 
-void addFolderToZip(const FUrl& folder, const String& prefix, zipFile zip) {
+// Stops at the first failed write to the archive and gives its error number, else 0.
+int addFolderToZip(const FUrl& folder, const String& prefix, zipFile zip) {
     FFileIterator items(folder);
     while (FUrl* raw = items.next()) {
         const IPtr<FUrl> item = IPtr<FUrl>::adopt(raw);
@@ -70,11 +84,13 @@ void addFolderToZip(const FUrl& folder, const String& prefix, zipFile zip) {
         if (item->isFolder()) {
             String subPrefix(name);
             subPrefix.append("/");
-            addFolderToZip(*item, subPrefix, zip);
-        } else {
-            addFileToZip(*item, name, zip);
+            if (const int failure = addFolderToZip(*item, subPrefix, zip))
+                return failure;
+        } else if (const int failure = addFileToZip(*item, name, zip)) {
+            return failure;
         }
     }
+    return 0;
 }
 
 } // namespace
@@ -84,10 +100,11 @@ bool CvZipWriter::zipFolder(const String& folder, const String& zipPath) const {
     zipFile zip = zipOpen64(archive.text8(), APPEND_STATUS_CREATE);
     if (!zip)
         return false;
-    addFolderToZip(FUrl(folder, true), String(""), zip);
-    // Its result isn't part of the answer: the archive was made.
-    zipClose(zip, nullptr);
-    return true;
+    int failure = addFolderToZip(FUrl(folder, true), String(""), zip);
+    if (zipClose(zip, nullptr) != ZIP_OK && failure == 0)
+        failure = writeFailure();
+    errno = failure;
+    return failure == 0;
 }
 
 } // namespace Halvorn

@@ -34,14 +34,26 @@ String joined(const String& folder, const char8* name) {
     return path;
 }
 
-// Writes one document into the tree through a stream of its own; true when it is whole.
-template <class Write> bool writeDocument(const String& tree, const char8* name, Write write) {
-    FStream* stream = gFNFileSystem->createStream(FUrl(joined(tree, name), false), FStream::kWrite);
+// Writes one document into the tree through a stream of its own; 0 when it is whole, else the
+// error number of the failed write.
+template <class Write> int writeDocument(const String& tree, const char8* name, Write write) {
+    int32 error = 0;
+    FStream* stream =
+        gFNFileSystem->createStream(FUrl(joined(tree, name), false), FStream::kWrite, &error);
     if (!stream)
-        return false;
+        return error != 0 ? error : EIO;
+    errno = 0;
     const bool written = write(stream);
+    error = written ? 0 : errno != 0 ? errno : EIO;
     gFNFileSystem->closeStream(stream);
-    return written;
+    return error;
+}
+
+// Every failure of one write names its target.
+PackageError cannotWrite(const String& target, int errorNumber) {
+    String lead("cannot write ");
+    lead.append(target);
+    return packageError(kPackageWriteFailed, lead, errorNumber);
 }
 
 // True for the part name itself and for its unique forms ("-01", "-02", ...).
@@ -86,7 +98,8 @@ void removeStalePartFiles(const String& folder, const String& partName) {
 // Packs the tree into a fresh file beside the target and renames it over the target, so that
 // the target only ever holds a whole archive. The temporary file never outlives the call, but
 // for a kill that gives no chance to remove it; the next write to the target removes it then.
-bool packTree(const String& tree, const String& folder, const String& leaf, const String& target) {
+PackageError packTree(const String& tree, const String& folder, const String& leaf,
+                      const String& target) {
     String partName(".");
     partName.append(leaf);
     partName.append(".part");
@@ -94,59 +107,72 @@ bool packTree(const String& tree, const String& folder, const String& leaf, cons
     FUrl part;
     int lock = -1;
     if (!gFNFileSystem->claimLockedFile(FUrl(joined(folder, partName.text8()), false), part, lock))
-        return false;
+        return cannotWrite(target, errno);
     String partPath;
     part.getNativePath(partPath);
-    const bool packed =
-        CvZipWriter().zipFolder(tree, partPath) && archiveHoldsFolder(partPath, tree);
-    const bool placed = packed && gFNFileSystem->renameFile(part, FUrl(target, false));
-    if (!placed)
+    PackageError error;
+    if (!CvZipWriter().zipFolder(tree, partPath))
+        error = cannotWrite(target, errno);
+    else if (!archiveHoldsFolder(partPath, tree))
+        error = cannotWrite(target, EIO);
+    else if (!gFNFileSystem->renameFile(part, FUrl(target, false)))
+        error = cannotWrite(target, errno);
+    if (!error.ok())
         (void)gFNFileSystem->removeFile(part);
     close(lock);
-    return placed;
+    return error;
 }
 
 } // namespace
 
-bool writeProjectPackage(IMediaProjectPackage* package, const char16* path) {
+PackageError writeProjectPackage(IMediaProjectPackage* package, const char16* path) {
     if (!package || !path)
-        return false;
+        return packageError(kPackageInvalidArgument, String("no package or no path"));
     String target(path);
     target.replace(String("\\"), String("/"));
     const int32 slash = target.findLast(-1, u'/');
     String leaf(target);
     leaf.remove(0, slash + 1);
     if (leaf.isEmpty())
-        return false; // a path that ends in "/" names no file
+        return cannotWrite(target, EISDIR); // a path that ends in "/" names no file
     String folder("./");
     if (slash >= 0) {
         folder = target;
         folder.remove(slash + 1);
     }
-    if (!gFNFileSystem->folderExists(FUrl(folder, true)))
-        return false;
+    struct stat status;
+    const int folderState = stat(folder.text8(), &status) != 0 ? errno
+                            : S_ISDIR(status.st_mode)          ? 0
+                                                               : ENOTDIR;
+    if (folderState != 0)
+        return cannotWrite(target, folderState);
 
     FUrl tree;
     if (!gFNFileSystem->claimUnique(FUrl(joined(folder, kTreeName), true), tree))
-        return false;
+        return cannotWrite(target, errno);
     String treePath;
     tree.getNativePath(treePath);
 
-    bool archived = false;
+    PackageError error;
     try {
         CvXmlWriter writer(treePath);
-        const bool projectWritten = writeDocument(treePath, kProjectDocument, [&](FStream* stream) {
+        int failure = writeDocument(treePath, kProjectDocument, [&](FStream* stream) {
             return writer.writeProject(package->getProject(), stream);
         });
-        const bool metaDataWritten =
-            writeDocument(treePath, kMetaDataDocument,
-                          [&](FStream* stream) { return writer.writeMetaData(stream); });
-        archived = projectWritten && metaDataWritten && packTree(treePath, folder, leaf, target);
+        if (failure == 0)
+            failure = writeDocument(treePath, kMetaDataDocument,
+                                    [&](FStream* stream) { return writer.writeMetaData(stream); });
+        error = failure != 0 ? cannotWrite(target, failure) : packTree(treePath, folder, leaf, target);
     } catch (const std::bad_alloc&) {
         // Nothing crosses the interface; the tree goes all the same.
+        error = packageError(kPackageOutOfMemory, String("out of memory"));
     }
-    const bool removed = gFNFileSystem->removeFolder(tree, true);
-    return archived && removed;
+    if (!gFNFileSystem->removeFolder(tree, true) && error.ok()) {
+        String lead("cannot remove the staging folder ");
+        lead.append(treePath);
+        error = packageError(kPackageWriteFailed, lead);
+    }
+    return error;
 }
 
 } // namespace Halvorn

@@ -38,6 +38,24 @@ TEST(XmlReader, OnlyARootNamedProjectIsAProject) {
                       "name=\"Caf\xE9\"/></Project>"));
 }
 
+TEST(XmlReader, AFailedReadingSaysWhyAndWhereAndASuccessClearsIt) {
+    IPtr<CvXmlReader> reader = newObject<CvXmlReader>();
+    auto readWith = [&](std::string xml) {
+        MemoryStream stream(xml.data(), xml.size());
+        return IPtr<CvProject>::adopt(reader->readProject(&stream));
+    };
+    EXPECT_FALSE(readWith("<Project>\n  <Structure>\n    </Project>"));
+    EXPECT_EQ(reader->lastError().kind, DocumentError::kMalformed);
+    EXPECT_STREQ(reader->lastError().message, "mismatched tag");
+    EXPECT_EQ(reader->lastError().line, 3);
+    EXPECT_EQ(reader->lastError().column, 7);
+    EXPECT_FALSE(readWith("<Song/>"));
+    EXPECT_EQ(reader->lastError().kind, DocumentError::kNotProject);
+    EXPECT_TRUE(readWith("<Project/>"));
+    EXPECT_EQ(reader->lastError().kind, DocumentError::kNone);
+    EXPECT_EQ(reader->lastError().line, 0);
+}
+
 TEST(XmlReader, ReadsUtf8WhateverTheDeclarationSaysAndIgnoresWhatFollowsTheRoot) {
     IPtr<CvProject> project =
         read("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><Project><Application "

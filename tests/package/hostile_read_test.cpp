@@ -2,6 +2,7 @@
 // bound or overlap, entries that can't be decoded.
 #include "common/filesizelimit.h"
 #include "corvelle/package.h"
+#include "corvelle/utf8.h"
 #include "package/cvzipreader.h"
 #include "packagetestsupport.h"
 
@@ -10,6 +11,8 @@
 #include <chrono>
 #include <random>
 #include <sys/stat.h>
+#include <thread>
+#include <utility>
 
 using namespace Halvorn;
 using namespace PackageTest;
@@ -178,7 +181,7 @@ TEST(HostileRead, InflationAndDocumentsAreBoundedAndASummaryUnpacksOnlyTheDocume
     CvZipReader::Options documentOnly;
     documentOnly.documentOnly = true;
     EXPECT_TRUE(
-        CvZipReader().unzipToFolder(String(package.c_str()), String(folder.c_str()), documentOnly));
+        CvZipReader().extract(String(package.c_str()), String(folder.c_str()), documentOnly).ok());
     EXPECT_EQ(listTree(folder), (std::vector<std::string>{"project.xml"}));
 }
 
@@ -210,5 +213,42 @@ TEST(HostileRead, AFullDiskFailsTheExtractionOrTheCopyAndLeavesNoHalfFile) {
     ASSERT_TRUE(partlyRead);
     EXPECT_EQ(partly.subjects(kReadCopyFailed), (std::vector<std::string>{external}));
     EXPECT_EQ(listTree(scratch / "partly/Audio"), std::vector<std::string>{});
+    EXPECT_TRUE(temp.leftovers().empty());
+}
+
+TEST(HostileRead, TheManagerTellsItsThreadsLastReasonAndASuccessClearsIt) {
+    PrivateTempFolder temp;
+    ScratchFolder scratch;
+    const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
+    const auto last = queryInterface<IMediaPackageLastError>(manager.get());
+    ASSERT_TRUE(last);
+    using Reason = std::pair<int32, std::string>;
+    auto reason = [&] { return Reason{last->getLastError(), toUtf8(last->getLastErrorMessage())}; };
+    const std::string good =
+        writePackage(scratch, "good.corvelle", {{"project.xml", "<Project/>"}});
+    const std::string bad = writePackage(scratch, "bad.corvelle", {{"project.xml", "<Project>"}});
+
+    ReportingClient client("");
+    EXPECT_FALSE(readWith(scratch / "missing.corvelle", client));
+    EXPECT_EQ(reason(), (Reason{kPackageNotFound, "no such file"}));
+    // Another thread keeps a reason of its own, by whichever manager it asks.
+    std::thread([&] {
+        EXPECT_EQ(reason(), (Reason{kPackageNoError, ""}));
+        ReportingClient other("");
+        EXPECT_FALSE(readWith(bad, other));
+        EXPECT_EQ(reason(),
+                  (Reason{kPackageBadDocument, "project.xml line 1, column 10: no element found"}));
+    }).join();
+    EXPECT_EQ(reason().first, kPackageNotFound);
+
+    const auto read = readWith(good, client);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(reason(), (Reason{kPackageNoError, ""}));
+    const std::string target = scratch / "none/x.corvelle";
+    EXPECT_FALSE(manager->writePackage(read.get(), toUtf16(target).c_str()));
+    EXPECT_EQ(reason(), (Reason{kPackageWriteFailed,
+                                "cannot write " + target + ": no such file or directory"}));
+    EXPECT_TRUE(manager->writePackage(read.get(), toUtf16(scratch / "x.corvelle").c_str()));
+    EXPECT_EQ(reason(), (Reason{kPackageNoError, ""}));
     EXPECT_TRUE(temp.leftovers().empty());
 }

@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
+#include <fnmatch.h>
 #include <map>
 #include <random>
 #include <spawn.h>
@@ -27,6 +28,7 @@ const std::filesystem::path kBuild =
     std::filesystem::path(CORVELLE_MODULE_PATH).parent_path().parent_path();
 const std::string kTool = (kBuild / "tools/corvelle").string();
 const std::string kSample = (kBuild / "examples/sample-project/sample.corvelle").string();
+const std::string kHost = (kBuild / "refhost/corvelle-host").string();
 
 struct ToolRun {
     int status;
@@ -34,9 +36,11 @@ struct ToolRun {
     std::string err;
 };
 
-ToolRun runTool(const std::string& arguments, const ScratchFolder& scratch) {
+// setup is shell text run before the tool in the same shell (variables, limits).
+ToolRun runTool(const std::string& arguments, const ScratchFolder& scratch,
+                const std::string& setup = "", const std::string& tool = kTool) {
     const std::string errFile = scratch / "stderr.txt";
-    const std::string command = "'" + kTool + "' " + arguments + " 2>'" + errFile + "'";
+    const std::string command = setup + "'" + tool + "' " + arguments + " 2>'" + errFile + "'";
     ToolRun run{-1, {}, {}};
     run.out = TestSupport::runCommand(command, run.status);
     run.err = readFile(errFile);
@@ -77,7 +81,7 @@ bool holdsFiles(const std::string& folder) {
 class Tool : public ::testing::Test {
 protected:
     void SetUp() override {
-        if (!exists(kTool) || !exists(kSample))
+        if (!exists(kTool) || !exists(kHost) || !exists(kSample))
             GTEST_SKIP() << "the corvelle tool and the sample package are not built";
     }
     PrivateTempFolder temp;
@@ -125,7 +129,7 @@ TEST_F(Tool, DumpGivesTheWholeTreeAsJson) {
     EXPECT_NE(outline.out.find("  name: Corvelle Sample\n"), std::string::npos);
 }
 
-TEST_F(Tool, ExtractCopiesTheMediaAndFailuresSayOneLine) {
+TEST_F(Tool, ExtractCopiesTheMediaAndEachCommandHasHelp) {
     const ToolRun run = runTool("extract '" + kSample + "' '" + (scratch / "out") + "'", scratch);
     EXPECT_EQ(run.status, 0);
     const std::string tone = readFile(scratch / "out/Audio/tone.wav");
@@ -133,14 +137,6 @@ TEST_F(Tool, ExtractCopiesTheMediaAndFailuresSayOneLine) {
     EXPECT_EQ(tone.substr(0, 4), "RIFF");
     EXPECT_NE(run.out.find("1 of 1 media files"), std::string::npos);
 
-    writeFile(scratch / "bad.corvelle", "not a package");
-    for (const std::string& path : {scratch / "bad.corvelle", scratch / "missing.corvelle"}) {
-        const ToolRun failed = runTool("info '" + path + "'", scratch);
-        EXPECT_EQ(failed.status, 1);
-        EXPECT_EQ(failed.out, "");
-        EXPECT_EQ(failed.err.rfind("corvelle: cannot read package '" + path + "': ", 0), 0u);
-        EXPECT_EQ(std::count(failed.err.begin(), failed.err.end(), '\n'), 1);
-    }
     for (const char* command : {"info", "dump", "extract"})
         EXPECT_EQ(runTool(std::string(command) + " --help", scratch).status, 0) << command;
     EXPECT_TRUE(temp.leftovers().empty());
@@ -295,5 +291,79 @@ TEST_F(Tool, ExtractWarnsOfEveryCaseTheReadMet) {
         extracted.err.find("corvelle: refused media path leading out of the package: ../x.wav"),
         std::string::npos)
         << extracted.err;
+    EXPECT_TRUE(temp.leftovers().empty());
+}
+
+TEST_F(Tool, EveryBadInputGivesOneLineWithItsCauseAndExitOne) {
+    const std::string documents = std::string(CORVELLE_SOURCE_DIR) + "/examples/sample-project/";
+    const std::string whole = buildZip({{"project.xml", readFile(documents + "project.xml")}});
+    writeFile(scratch / "empty.corvelle", "");
+    writeFile(scratch / "text.corvelle", "not a package");
+    writeFile(scratch / "cut.corvelle", whole.substr(0, whole.size() / 2));
+    writeFile(scratch / "bare.corvelle", buildZip({{"readme.txt", "no document"}}));
+    writeFile(scratch / "bad.corvelle",
+              buildZip({{"project.xml", "<Project>\n<Track>\n</Project>"}}));
+    ASSERT_EQ(mkfifo((scratch / "pipe.corvelle").c_str(), 0600), 0);
+    writeFile(scratch / "plain", "");
+    std::filesystem::create_directory(scratch / "folder");
+    writeFile(scratch / "host/session.json",
+              readFile(std::string(CORVELLE_SOURCE_DIR) + "/examples/empty-session.json"));
+    const std::string host =
+        "import '" + (scratch / "host/session.json") + "' --module '" + CORVELLE_MODULE_PATH + "' ";
+    // A cap on the child's file sizes stands for a full disk; the signal it raises is ignored.
+    const std::string full = "trap '' XFSZ; ulimit -f 32; ";
+    const std::string s = scratch.path();
+    // fnmatch patterns: "*" stands for the private temporary folder's random name.
+    const struct {
+        std::string setup, arguments, line;
+        const std::string& tool;
+    } rows[] = {
+        {"", "info " + s + "/missing.corvelle",
+         "corvelle: " + s + "/missing.corvelle: no such file", kTool},
+        {"", "dump " + s + "/folder", "corvelle: " + s + "/folder: is a directory", kTool},
+        {"", "extract " + s + "/pipe.corvelle " + s + "/out",
+         "corvelle: " + s + "/pipe.corvelle: not a regular file", kTool},
+        {"", "check " + s + "/empty.corvelle", "corvelle: " + s + "/empty.corvelle: empty file",
+         kTool},
+        {"", "info " + s + "/text.corvelle", "corvelle: " + s + "/text.corvelle: not a zip archive",
+         kTool},
+        {"", "repack " + s + "/cut.corvelle " + s + "/x.corvelle",
+         "corvelle: " + s + "/cut.corvelle: truncated archive", kTool},
+        {"", "info " + s + "/bare.corvelle",
+         "corvelle: " + s + "/bare.corvelle: no project.xml in the archive", kTool},
+        {"", "info " + s + "/bad.corvelle",
+         "corvelle: " + s + "/bad.corvelle: project.xml line 3, column 3: mismatched tag", kTool},
+        {"TMPDIR=" + s + "/none ", "info " + kSample,
+         "corvelle: " + kSample + ": cannot create a folder in the temporary folder " + s +
+             "/none: no such file or directory",
+         kTool},
+        {"TMPDIR=" + s + "/plain ", "extract " + kSample + " " + s + "/out",
+         "corvelle: " + kSample + ": cannot create a folder in the temporary folder " + s +
+             "/plain: not a directory",
+         kTool},
+        {full, "extract " + kSample + " " + s + "/out",
+         "corvelle: " + kSample + ": cannot extract audio/tone.wav into *: file too large", kTool},
+        {"trap '' XFSZ; ulimit -f 1; ", "new " + s + "/new.corvelle",
+         "corvelle: cannot write " + s + "/new.corvelle: file too large", kTool},
+        {"", "repack " + kSample + " " + s + "/none/x.corvelle",
+         "corvelle: cannot write " + s + "/none/x.corvelle: no such file or directory", kTool},
+        {"", "new " + s + "/folder", "corvelle: cannot write " + s + "/folder: is a directory",
+         kTool},
+        {"", host + s + "/bad.corvelle",
+         "corvelle-host: " + s + "/bad.corvelle: project.xml line 3, column 3: mismatched tag",
+         kHost},
+        {"", host + s + "/pipe.corvelle",
+         "corvelle-host: " + s + "/pipe.corvelle: not a regular file", kHost},
+    };
+    for (const auto& row : rows) {
+        const ToolRun run = runTool(row.arguments, scratch, row.setup, row.tool);
+        EXPECT_EQ(run.status, 1) << row.arguments;
+        EXPECT_EQ(fnmatch((row.line + "\n").c_str(), run.err.c_str(), 0), 0)
+            << row.arguments << "\n"
+            << run.err;
+        EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
+    }
+    EXPECT_FALSE(exists(s + "/out/Audio/tone.wav"));
+    EXPECT_EQ(listTree(s + "/folder"), std::vector<std::string>{});
     EXPECT_TRUE(temp.leftovers().empty());
 }

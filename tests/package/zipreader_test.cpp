@@ -1,4 +1,5 @@
 // CvZipReader: entry forms, hostile names, links, oversized data and damaged archives.
+#include "package/cvzipreader.h"
 #include "packagetestsupport.h"
 
 #include <gtest/gtest.h>
@@ -136,12 +137,29 @@ TEST(ZipReader, DamagedArchivesGiveTheDocumentedResultWithoutEscaping) {
     {
         ScratchFolder scratch;
         std::filesystem::create_directory(scratch / "out");
-        EXPECT_FALSE(unzip(scratch / "missing.zip", scratch / "out"));
+        CvZipReader::Options package;
+        package.requireDocument = true;
+        auto codeOf = [&](const std::string& name) {
+            return CvZipReader()
+                .extract(String((scratch / name).c_str()), String((scratch / "out").c_str()),
+                         package)
+                .code;
+        };
+        EXPECT_EQ(codeOf("missing.zip"), kPackageNotFound);
         writeFile(scratch / "text.zip", "this is not a zip archive at all");
-        EXPECT_FALSE(unzip(scratch / "text.zip", scratch / "out"));
+        EXPECT_EQ(codeOf("text.zip"), kPackageNotZip);
         writeFile(scratch / "zero.zip", "");
-        EXPECT_FALSE(unzip(scratch / "zero.zip", scratch / "out"));
+        EXPECT_EQ(codeOf("zero.zip"), kPackageNotZip);
+        const std::string whole = buildZip({{"project.xml", pattern(3000)}});
+        writeFile(scratch / "cut.zip", whole.substr(0, whole.size() - 30));
+        EXPECT_EQ(codeOf("cut.zip"), kPackageTruncated);
         EXPECT_TRUE(listTree(scratch / "out").empty());
+        writeFile(scratch / "bare.zip", buildZip({{"x/project.xml", "not at the root"}}));
+        EXPECT_EQ(codeOf("bare.zip"), kPackageNoDocument);
+        writeFile(scratch / "none.zip", buildZip({}));
+        EXPECT_EQ(codeOf("none.zip"), kPackageNoDocument);
+        writeFile(scratch / "whole.zip", whole);
+        EXPECT_EQ(codeOf("whole.zip"), kPackageNoError);
     }
     ScratchFolder scratch;
     bool result = false;

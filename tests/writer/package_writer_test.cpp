@@ -25,7 +25,7 @@ const std::string kGolden = std::string(CORVELLE_TEST_DATA) + "/golden/";
 IPtr<CvPackage> packageOf(IMediaProject* project) { return newObject<CvPackage>(project); }
 
 bool write(IMediaProjectPackage* package, const std::string& path) {
-    return writeProjectPackage(package, utf16(path).c_str());
+    return writeProjectPackage(package, utf16(path).c_str()).ok();
 }
 
 TEST(PackageContainer, EntriesComeSorted) {
@@ -77,7 +77,7 @@ TEST(PackageContainer, BadArgumentsAndTargetsGiveFalseAndMakeNothing) {
     auto package = packageOf(buildGoldenProject(media).get());
     const auto before = listTree(scratch.path());
     EXPECT_FALSE(write(nullptr, scratch / "a.corvelle"));
-    EXPECT_FALSE(writeProjectPackage(package.get(), nullptr));
+    EXPECT_FALSE(writeProjectPackage(package.get(), nullptr).ok());
     EXPECT_FALSE(write(package.get(), scratch / "missing/a.corvelle"));
     EXPECT_FALSE(write(package.get(), scratch / "sources/"));
     EXPECT_EQ(listTree(scratch.path()), before);

@@ -35,7 +35,7 @@ IPtr<CvProject> projectWithTake(const std::string& take) {
 
 bool writeTo(CvProject* project, const std::string& target) {
     auto package = newObject<CvPackage>(project);
-    return writeProjectPackage(package.get(), utf16(target).c_str());
+    return writeProjectPackage(package.get(), utf16(target).c_str()).ok();
 }
 
 } // namespace

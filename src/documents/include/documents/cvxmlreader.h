@@ -3,6 +3,7 @@
 
 #include "corvelle/ptr.h"
 #include "corvelle/stream.h"
+#include "documents/documenterror.h"
 #include "documents/cvxmltree.h"
 #include "documents/inewxmlhandler.h"
 #include "foundation/fstring.h"
@@ -36,8 +37,8 @@ public:
     [[nodiscard]] CvProject* readProject(const String& path);
     // The same from a stream standing at the document's first byte.
     [[nodiscard]] CvProject* readProject(IBStream* stream);
-    // True when the last reading failed on a token or a text over FXmlParser2::kMaxTokenBytes.
-    bool wasTooLarge() const { return tooLarge; }
+    // Why the last reading gave null, and where; kNone after a success.
+    const DocumentError& lastError() const { return error; }
 
     // For the parser alone.
     void startElement(FXmlParser2* parser, const char8* name, const char8** attributes) override;
@@ -50,14 +51,17 @@ protected:
 
 private:
     [[nodiscard]] bool parseTree(IBStream* stream);
+    // Stops the parse with the reason; the place is taken when the parser has returned.
+    void stopWith(FXmlParser2* parser, DocumentError::Kind kind, const char8* message);
+    CvProject* fail(DocumentError::Kind kind, const char8* message);
     [[nodiscard]] static CvProject* buildProject(const CvXmlElement& root);
     static double readTransport(const CvXmlElement& root, CvProject* project);
 
     // Held until the reader goes or the next reading begins.
     CvXmlTree tree;
-    // Set when the parse had to be stopped: too deep, or out of memory.
-    bool failed = false;
-    bool tooLarge = false;
+    // Set by the handlers when they stop the parse (too deep, out of memory), and by the
+    // reading's end.
+    DocumentError error;
 };
 
 } // namespace Halvorn

@@ -43,6 +43,11 @@ public:
 
     // expat's error code of the last parse (an XML_Error), 0 when there was none.
     int32 getErrorCode() const;
+    // expat's short text for that code ("mismatched tag"); empty when there was none.
+    const char8* getErrorText() const;
+    // Where the parse stands, or where it stopped: line and column counted from 1.
+    int32 getLine() const;
+    int32 getColumn() const;
     // True when the last parse failed on a token or text over kMaxTokenBytes.
     bool wasTooLarge() const { return tooLarge_; }
 

@@ -4,6 +4,7 @@
 #include "corvelle/package.h"
 #include "foundation/fstring.h"
 #include "model/cvobject.h"
+#include "package/packageerror.h"
 
 namespace Halvorn {
 
@@ -29,6 +30,8 @@ public:
     struct Options {
         // Extract project.xml at the root and nothing else.
         bool documentOnly = false;
+        // Fail with kPackageNoDocument when no project.xml at the root was extracted.
+        bool requireDocument = false;
         // Told of every entry skipped and of the cause of a failed extraction; may be null.
         IMediaPackageReadReport* report = nullptr;
     };
@@ -36,13 +39,14 @@ public:
     CvZipReader() = default;
     ~CvZipReader() override = default;
 
-    // folder exists and has no trailing "/". False when the archive can't be opened, a write
-    // into the folder fails, or the inflation bound is passed (what was written then stays for
-    // the caller to remove); an archive without entries, or with damaged ones, gives true.
-    [[nodiscard]] bool unzipToFolder(const String& zipPath, const String& folder,
-                                     const Options& options) const;
+    // folder exists and has no trailing "/". Fails when zipPath is missing or no regular file
+    // (a FIFO is never opened), empty, no zip archive or one cut short, when a write into the
+    // folder fails, or when the inflation bound is passed (what was written then stays for the
+    // caller to remove); an archive without entries, or with damaged ones, succeeds.
+    [[nodiscard]] PackageError extract(const String& zipPath, const String& folder,
+                                       const Options& options) const;
     [[nodiscard]] bool unzipToFolder(const String& zipPath, const String& folder) const {
-        return unzipToFolder(zipPath, folder, Options());
+        return extract(zipPath, folder, Options()).ok();
     }
 };
 

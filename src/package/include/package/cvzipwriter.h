@@ -23,7 +23,8 @@ public:
     CvZipWriter() = default;
     ~CvZipWriter() override = default;
 
-    // Replaces a file at zipPath. True when the archive could be created; a file that can't be
+    // Replaces a file at zipPath. True when the archive could be created and written; false
+    // with errno telling why when it couldn't (a full disk stops the walk). A file that can't be
     // read, or whose name is too long for an entry (see ZipEntryName), gets no entry and
     // doesn't stop the rest. A folder that doesn't exist gives an archive without entries.
     [[nodiscard]] bool zipFolder(const String& folder, const String& zipPath) const;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "corvelle/package.h"
+#include "package/packageerror.h"
 
 namespace Halvorn {
 
@@ -12,10 +13,10 @@ namespace Halvorn {
 // write leaves an existing file at the target as it was. Nothing is ever deleted but that tree
 // and that temporary file, which this call made itself.
 //
-// False for a null argument, a target folder that doesn't exist or can't take the tree, a
+// Fails for a null argument, a target folder that doesn't exist or can't take the tree, a
 // document that can't be written whole, an archive that can't be made or put in place, and a
-// tree that can't be removed. A media file that can't be read is no failure: the document
-// leaves it out.
-[[nodiscard]] bool writeProjectPackage(IMediaProjectPackage* package, const char16* path);
+// tree that can't be removed; the message names the target and the system's cause. A media
+// file that can't be read is no failure: the document leaves it out.
+[[nodiscard]] PackageError writeProjectPackage(IMediaProjectPackage* package, const char16* path);
 
 } // namespace Halvorn
