@@ -109,7 +109,7 @@ Figures run(const fs::path& scratch, int scale) {
         auto package = newObject<CvPackage>(project.get());
         std::string target = (scratch / ("bench" + std::to_string(scale) + ".corvelle")).string();
         start = std::chrono::steady_clock::now();
-        if (!writeProjectPackage(package.get(), String(target.c_str()).text16())) {
+        if (!writeProjectPackage(package.get(), String(target.c_str()).text16()).ok()) {
             std::fprintf(stderr, "export_bench: writePackage failed\n");
             std::exit(1);
         }

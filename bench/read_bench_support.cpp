@@ -59,6 +59,11 @@ bool readAll(int descriptor, void* data, std::size_t count) {
     return true;
 }
 
+double processorSeconds(const rusage& usage) {
+    return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+           double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+}
+
 } // namespace
 
 int runWithScratchFolder(const std::string& program,
@@ -125,16 +130,19 @@ Run runInChild(const std::function<double()>& job) {
     run.ok = received && exited && code == 0 && seconds >= 0.0;
     run.seconds = seconds;
     run.peakKiB = usage.ru_maxrss;
-    run.cpuSeconds = double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
-                     double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+    run.cpuSeconds = processorSeconds(usage);
     return run;
 }
 
 Run runCommand(const std::string& command) {
     Run run;
+    rusage before{}, after{};
+    getrusage(RUSAGE_CHILDREN, &before);
     const double start = now();
     const int status = std::system(command.c_str());
     run.seconds = secondsSince(start);
+    getrusage(RUSAGE_CHILDREN, &after);
+    run.cpuSeconds = processorSeconds(after) - processorSeconds(before);
     run.ok = status != -1 && WIFEXITED(status) && WEXITSTATUS(status) == 0;
     return run;
 }

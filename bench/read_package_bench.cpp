@@ -73,7 +73,8 @@ Run readOnce(const std::string& package, const std::string& client) {
     emptyFolder(client);
     return runInChild([&]() {
         const double start = now();
-        const auto read = CorvelleTool::readPackage(package, client);
+        std::vector<CorvelleTool::ReadCase> cases;
+        const auto read = CorvelleTool::readPackage(package, client, cases);
         const double seconds = secondsSince(start);
         return read && read->getProject() && read->getProject()->getTrackCount() > 0 ? seconds
                                                                                      : -1.0;

@@ -2,9 +2,9 @@
 //
 // Each figure fills a list with n and with 2n elements, in child processes of their own and
 // alternating, and prints the medians' ratio of the processor time that the filling took;
-// linear work gives 2.0. The lists: automation
-// points into one lane, fresh and taken over from another lane (which makes the lane search
-// for each); tracks with a channel each into a project, then every channel found by its id.
+// linear work gives 2.0. The lists: automation points into one lane, fresh and taken over
+// from another lane; tracks with a channel each into a project, then every channel found by
+// its id.
 // Usage: corvelle_unique_add_bench [ROUNDS] (default 5).
 #include "model/cvproject.h"
 #include "read_bench_support.h"

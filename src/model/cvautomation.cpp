@@ -25,13 +25,6 @@ IMediaAutomationPoint* CvAutomation::getPoint(uint32 index) {
     return listElement<IMediaAutomationPoint>(points_, index);
 }
 
-// A point that no lane ever took can't be in this one, so the usual fill of fresh points needs
-// neither a search nor an index.
-void CvAutomation::addPoint(CvAutomationPoint* point) {
-    if (!point)
-        return;
-    points_.add(point, !point->inLane_);
-    point->inLane_ = true;
-}
+void CvAutomation::addPoint(CvAutomationPoint* point) { points_.add(point); }
 
 } // namespace Halvorn

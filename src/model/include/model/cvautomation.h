@@ -27,13 +27,9 @@ protected:
     ~CvAutomationPoint() override = default;
 
 private:
-    friend class CvAutomation;
-
     double value_ = 0.0;
     double time_ = 0.0;
     uint32 interpolation_ = kInterpolationHold;
-    // Set once a lane has taken the point; see CvAutomation::addPoint.
-    bool inLane_ = false;
 };
 
 // Moves the parameter whose id is the target; a target that names nothing stays as it is.

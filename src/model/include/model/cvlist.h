@@ -8,22 +8,27 @@
 
 namespace Halvorn {
 
-// An owning list whose add keeps each object once, in order of adding. While short it is
-// searched element by element; from kIndexedFrom elements on, a hash index beside it answers,
-// so that adding stays constant however long the list grows. With findsById, a second index
-// gives the first element of each id. T is a CvNode class.
+// An owning list whose add keeps each object once, in order of adding. Each object carries a
+// tag naming the one list that ever took it (or that several did), so an object new to this
+// list, which is nearly every add, needs no search. An object that several lists took is
+// searched for: element by element while the list is short, and from kIndexedFrom elements on
+// in a hash index beside it, so that adding stays constant however long the list grows. With
+// findsById, a second index gives the first element of each id. T is a CvNode class.
 template <class T> class CvUniqueList {
 public:
     static constexpr int32 kIndexedFrom = 8;
 
     explicit CvUniqueList(bool findsById = false) : findsById_(findsById) {}
+    // A copy would share the tag, and so would count its elements as its own.
+    CvUniqueList(const CvUniqueList&) = delete;
+    CvUniqueList& operator=(const CvUniqueList&) = delete;
 
     // Appends with a reference of the list's own; null, or an object the list holds, does
-    // nothing. fresh: the caller knows that no list ever took the object, so there is nothing
-    // to search for.
-    void add(T* object, bool fresh = false) {
-        if (!object || (!fresh && holds(object)) || !elements_.add(IPtr<T>(object)))
+    // nothing.
+    void add(T* object) {
+        if (!object || holds(object) || !elements_.add(IPtr<T>(object)))
             return;
+        object->listTag_ = object->listTag_ == kInNoList ? tag_ : kInSeveralLists;
         if (objects_ && !objects_->insert(object, hashPointer(object)))
             objects_.reset(); // out of memory: searched element by element until rebuilt
         if (findsById_)
@@ -45,9 +50,20 @@ public:
     const TArray<IPtr<T>>& elements() const { return elements_; }
 
 private:
-    // Builds the object index on the first search of a long list, so a list filled only with
-    // fresh objects never pays for one.
+    // Searches only when the tag can't tell: lists never give an element up, so an object that
+    // one list alone took is in that list and in no other.
     bool holds(const T* object) {
+        const uint32 tag = object->listTag_;
+        if (tag == kInNoList)
+            return false;
+        if (tag != kInSeveralLists && tag_ != kInSeveralLists)
+            return tag == tag_;
+        return search(object);
+    }
+
+    // Builds the object index on the first search of a long list, so a list filled only with
+    // objects new to it never pays for one.
+    bool search(const T* object) {
         if (!objects_ && elements_.total() >= kIndexedFrom)
             objects_ = buildIndex<CvPointerIndex<T>>([](CvPointerIndex<T>& index, T* element) {
                 return index.insert(element, hashPointer(element));
@@ -89,6 +105,9 @@ private:
     TArray<IPtr<T>> elements_{-1};
     std::unique_ptr<CvPointerIndex<T>> objects_;
     std::unique_ptr<CvIdIndex<T>> ids_;
+    // This list's own tag; kInSeveralLists once every tag was given out, and then each add of
+    // an object that a list took before searches.
+    const uint32 tag_ = nextListTag();
     bool findsById_;
 };
 

@@ -1,5 +1,5 @@
-// Hash indexes beside the model's lists: by object and by id, and the count of comparisons that
-// lets a test see whether a search stays constant as a list grows.
+// Hash indexes beside the model's lists: by object and by id, the lists' tags, and the count of
+// comparisons that lets a test see whether a search stays constant as a list grows.
 #pragma once
 
 #include "foundation/fstring.h"
@@ -15,6 +15,14 @@ namespace Halvorn {
 // The comparisons made by unique adds and lookups by id on this thread: each element or slot
 // that a search looks at counts one. Never reset; a caller takes the difference.
 uint64& listComparisons();
+
+// The tags that an object carries for the unique lists: in none, or in several; every other
+// value is the tag of the one list that took it.
+constexpr uint32 kInNoList = 0;
+constexpr uint32 kInSeveralLists = 0xFFFFFFFFu;
+
+// A tag no list had before, from any thread; kInSeveralLists once they are all given out.
+uint32 nextListTag();
 
 // Pointers hash by address; the low bits of an allocation carry no information.
 inline uint64 hashPointer(const void* pointer) {
