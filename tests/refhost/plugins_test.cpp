@@ -1,5 +1,6 @@
 // Plug-ins in slots: their class, their parameters and tags, controllers, state and presets.
 #include "hostfixture.h"
+#include "support/counted.h"
 
 #include <cstring>
 
@@ -8,14 +9,8 @@ namespace RefHostTest {
 
 namespace {
 // A stream over a growing block, as a plug-in's state travels.
-class TestStream : public IBStream {
+class TestStream : public Support::Counted<IBStream> {
 public:
-    tresult queryInterface(const FUID& iid, void** out) override {
-        *out = iid == IBStream::iid || iid == FUnknown::iid ? this : nullptr;
-        return *out ? (++count, kResultOk) : kNoInterface;
-    }
-    uint32 addRef() override { return uint32(++count); }
-    uint32 release() override { return uint32(--count); }
     tresult read(void* buffer, int32 size, int32* done) override {
         int32 available = int32(bytes.size()) - position;
         int32 n = std::max(0, std::min(size, available));
@@ -44,7 +39,6 @@ public:
 
     std::string bytes;
     int32 position = 0;
-    int32 count = 1;
 };
 
 constexpr FUID kCompressor = FUID::make(0x5A1D3C2B, 0x7E44, 0x4B1F, 0x9C0D, 0x2B8E6F4A1C35);
@@ -110,7 +104,7 @@ TEST_F(HostTest, StateSavesAndLoadsAndClassesLoadIntoSlots) {
     controller->setNormalized(0, 0.9);
     ASSERT_EQ(state->loadState(&saved, 0), kResultOk);
     EXPECT_DOUBLE_EQ(controller->getNormalized(0), 0.3);
-    EXPECT_EQ(saved.count, 1);
+    EXPECT_EQ(saved.count(), 1);
 
     // A state of another class is refused and changes nothing.
     IHostParameterOwner* platePlugin =

@@ -10,6 +10,7 @@
 
 #include "documents/cvxmlwriter.h"
 #include "foundation/ffilesystem.h"
+#include "support/counted.h"
 
 #include <gtest/gtest.h>
 
@@ -131,21 +132,7 @@ TEST(TrackFamily, FoldersNestInStructureAndFlattenInLanes) {
 
 // A track that is its own sub-track, and a project of just that track and no transport: a
 // model of another implementation that the writer must survive.
-struct SelfTrack : IMediaTrack, IMediaObject {
-    tresult queryInterface(const FUID& iid, void** object) override {
-        if (iid == IMediaObject::iid) {
-            *object = static_cast<IMediaObject*>(this);
-            return kResultOk;
-        }
-        if (iid == IMediaTrack::iid) {
-            *object = static_cast<IMediaTrack*>(this);
-            return kResultOk;
-        }
-        *object = nullptr;
-        return kNoInterface;
-    }
-    uint32 addRef() override { return 1; }
-    uint32 release() override { return 1; }
+struct SelfTrack : Support::Counted<IMediaTrack, IMediaObject> {
     uint32 getContentType() override { return kContentTracks; }
     uint32 getTrackCount() override { return 1; }
     IMediaTrack* getTrack(uint32) override { return this; }
@@ -161,14 +148,8 @@ struct SelfTrack : IMediaTrack, IMediaObject {
     IMediaColor* getColor() override { return nullptr; }
 };
 
-struct SelfProject : IMediaProject {
+struct SelfProject : Support::Counted<IMediaProject> {
     SelfTrack track;
-    tresult queryInterface(const FUID&, void** object) override {
-        *object = nullptr;
-        return kNoInterface;
-    }
-    uint32 addRef() override { return 1; }
-    uint32 release() override { return 1; }
     const char16* getApplicationName() override { return u"Other"; }
     const char16* getApplicationVersion() override { return u""; }
     uint32 getTrackCount() override { return 2; }
