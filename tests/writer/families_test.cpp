@@ -19,13 +19,6 @@ using namespace WriterTest;
 
 namespace {
 
-size_t count(const std::string& document, const std::string& text) {
-    size_t n = 0;
-    for (size_t at = document.find(text); at != std::string::npos; at = document.find(text, at + 1))
-        ++n;
-    return n;
-}
-
 struct Written {
     ScratchFolder scratch;
     std::string document;
@@ -124,7 +117,7 @@ TEST(TrackFamily, FoldersNestInStructureAndFlattenInLanes) {
                             "\t\t\t<Lanes track=\"t1\">"))
         << d;
     EXPECT_TRUE(contains(d, "<Lanes track=\"t2\">"));
-    EXPECT_EQ(count(d, "<TempoAutomation"), 1u);
+    EXPECT_EQ(occurrences(d, "<TempoAutomation"), 1u);
     EXPECT_TRUE(contains(d, "<RealPoint time=\"0\" value=\"100\" interpolation=\"hold\" />"));
     EXPECT_FALSE(contains(d, "value=\"200\""));
     EXPECT_FALSE(contains(d, "contentType=\"unknown\"")) << "tempo tracks stand in no Track";
@@ -165,9 +158,9 @@ TEST(TrackFamily, AnotherModelWithACycleAndNullsEndsAtTheDepthLimit) {
     SelfProject project;
     Written out(&project);
     const std::string& d = out.document;
-    EXPECT_EQ(count(d, "<Track contentType=\"tracks\" loaded=\"true\" id=\"loop\""),
+    EXPECT_EQ(occurrences(d, "<Track contentType=\"tracks\" loaded=\"true\" id=\"loop\""),
               CvXmlWriter::kMaxTrackDepth);
-    EXPECT_EQ(count(d, "<Lanes track=\"loop\" />"), CvXmlWriter::kMaxTrackDepth);
+    EXPECT_EQ(occurrences(d, "<Lanes track=\"loop\" />"), CvXmlWriter::kMaxTrackDepth);
     EXPECT_TRUE(contains(d, "<Application name=\"Other\" />\n\t<Structure>")) << "no transport";
 }
 
@@ -301,7 +294,7 @@ TEST(OddInput, TextThatXmlRefusesStillGivesADocumentThatParses) {
     EXPECT_TRUE(
         contains(d, "deviceID=\"\xEF\xBF\xBD\xEF\xBF\xBD bad \xEF\xBF\xBD utf-8 \xEF\xBF\xBD\""));
     EXPECT_TRUE(contains(d, "<Target parameter=\"" + safe + "\" />"));
-    EXPECT_EQ(count(d, safe), 13u) << "every text of the model that was given";
+    EXPECT_EQ(occurrences(d, safe), 13u) << "every text of the model that was given";
 }
 
 } // namespace
