@@ -2,7 +2,6 @@
 // clips and events.
 #include "hostexport/cvhostprojectexporter.h"
 
-
 namespace Halvorn {
 
 using namespace Quor;

@@ -146,8 +146,7 @@ void CvHostProjectExporter::exportTransport(IHostProject& project, CvProject& mo
     if (IHostSignatureTrack* signatureTrack = project.getSignatureTrack()) {
         QuorSignatureRecord record{};
         if (signatureTrack->getSignatureAt(0.0, &record)) {
-            auto signature =
-                newObject<CvSignature>(record.numerator, record.denominator, String());
+            auto signature = newObject<CvSignature>(record.numerator, record.denominator, String());
             model.setTimeSignature(signature.get());
         }
     }

@@ -4,6 +4,7 @@
 
 #include "corvelle/base.h"
 
+#include <algorithm>
 #include <atomic>
 #include <tuple>
 
@@ -26,27 +27,14 @@ public:
     RefCounted& operator=(const RefCounted&) = delete;
 
     uint32 retain() {
-        int32 seen = count_.load();
-        do {
-            if (seen <= 0) {
-                misused("reference taken after the last release of");
-                return 0;
-            }
-        } while (!count_.compare_exchange_weak(seen, seen + 1));
-        return uint32(seen + 1);
+        return uint32(std::max(change(+1, "reference taken after the last release of"), 0));
     }
 
     uint32 drop() {
-        int32 seen = count_.load();
-        do {
-            if (seen <= 0) {
-                misused("over-release of");
-                return 0;
-            }
-        } while (!count_.compare_exchange_weak(seen, seen - 1));
-        if (seen == 1)
+        const int32 left = change(-1, "over-release of");
+        if (left == 0)
             lastReleased();
-        return uint32(seen - 1);
+        return uint32(std::max(left, 0));
     }
 
     int32 count() const { return count_.load(); }
@@ -77,6 +65,19 @@ protected:
     }
 
 private:
+    // Adds delta to a live count and gives the new one; -1, and misused(what), when the count
+    // has already reached 0.
+    int32 change(int32 delta, const char* what) {
+        int32 seen = count_.load();
+        do {
+            if (seen <= 0) {
+                misused(what);
+                return -1;
+            }
+        } while (!count_.compare_exchange_weak(seen, seen + delta));
+        return seen + delta;
+    }
+
     std::atomic<int32> count_{1};
 };
 
