@@ -34,7 +34,7 @@ class BrowserOptions : public HostObject, public IHostPathBrowserOptions {
 public:
     explicit BrowserOptions(Ledger& ledger) : HostObject(ledger, "browser options") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     tresult setTitle(const char16* title) override;
     tresult setStartPath(IHostUrl* url) override;
     tresult addFileType(const char16* description, const char16* extension,
@@ -50,7 +50,7 @@ class UrlList : public HostObject, public IHostUrlList {
 public:
     explicit UrlList(Ledger& ledger) : HostObject(ledger, "location list") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     int32 getCount() override { return int32(urls.size()); }
     FUnknown* getAt(int32 index) override;
 
@@ -67,7 +67,7 @@ public:
     PathBrowser(Ledger& ledger, DialogScript& script)
         : HostObject(ledger, "path browser"), script_(script) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IHostPathBrowserOptions* createOptions() override;
     tresult browse(int32 mode, IHostPathBrowserOptions* options, IDelegate* delegate) override;
 
@@ -84,7 +84,7 @@ public:
     ProgressDialog(Ledger& ledger, std::FILE* out)
         : HostObject(ledger, "progress dialog"), out_(out) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     tresult setup(int32 kind, const char16* title, uint8* cancelFlag) override;
     tresult setText(const char16* text) override;
     tresult open() override;
@@ -107,7 +107,7 @@ class Defaults : public HostObject, public IHostDefaults {
 public:
     explicit Defaults(Ledger& ledger) : HostObject(ledger, "defaults") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     tresult setString(const char8* section, const char8* key, const char16* value) override;
     const char16* getString(const char8* section, const char8* key) override;
 

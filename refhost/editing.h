@@ -23,7 +23,7 @@ public:
     EditContext(Ledger& ledger, IPtr<TimelineNode> object)
         : HostObject(ledger, "edit context"), object_(std::move(object)) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IHostEditContext* contextFor(FUnknown* object) override;
     IHostTimelineObject* getObject() override;
 
@@ -42,7 +42,7 @@ public:
     EditSession(Ledger& ledger, std::vector<EditStep>& history)
         : HostObject(ledger, "edit session"), history_(history) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     tresult setMode(int32 mode) override;
     tresult commit(IHostProject* project, const char16* name) override;
     tresult add(IHostEditContext* context, FUnknown* object) override;

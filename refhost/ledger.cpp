@@ -16,45 +16,21 @@ std::string describe(const HostObject& object) {
 
 HostObject::HostObject(Ledger& ledger, const char* kind) : ledger_(ledger), kind_(kind) {}
 
-uint32 HostObject::retain() {
-    if (count_ <= 0) {
-        ledger_.fault(*this, "reference taken after the last release of");
-        return 0;
-    }
-    return uint32(++count_);
-}
-
-uint32 HostObject::drop() {
-    if (count_ <= 0) {
-        ledger_.fault(*this, "over-release of");
-        return 0;
-    }
-    if (--count_ == 0)
-        dispose();
-    return uint32(count_);
-}
+void HostObject::misused(const char* what) { ledger_.fault(*this, what); }
 
 tresult HostObject::answer(const FUID& iid, void** out) {
-    if (!out)
-        return kInvalidArgument;
-    *out = nullptr;
-    if (count_ <= 0) {
-        ledger_.fault(*this, "queryInterface after the last release of");
-        return kNoInterface;
+    if (out && alive()) {
+        if (iid == identity) {
+            retain();
+            *out = this;
+            return kResultOk;
+        }
+        if (ledger_.refuses(iid)) {
+            *out = nullptr;
+            return kNoInterface;
+        }
     }
-    if (iid == identity) {
-        retain();
-        *out = this;
-        return kResultOk;
-    }
-    if (ledger_.refuses(iid))
-        return kNoInterface;
-    FUnknown* face = faceFor(iid);
-    if (!face)
-        return kNoInterface;
-    retain();
-    *out = face;
-    return kResultOk;
+    return RefCounted::answer(iid, out);
 }
 
 Ledger::~Ledger() {

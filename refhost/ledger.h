@@ -4,6 +4,7 @@
 
 #include "corvelle/base.h"
 #include "corvelle/ptr.h"
+#include "support/counted.h"
 
 #include <deque>
 #include <memory>
@@ -17,45 +18,34 @@ class Ledger;
 
 // Base of every object the reference host hands out. The memory of an object stays with the
 // ledger until it closes, so that a reference taken or given back after the count reached 0 is
-// reported instead of touching freed memory.
-class HostObject {
+// reported instead of touching freed memory. A class names its faces in faceFor (with
+// Support::faceOf) and takes FUnknown's operations from SUPPORT_COUNTED_UNKNOWN.
+class HostObject : public Support::RefCounted {
 public:
     // Asking any of our objects for this identifier gives the HostObject behind the face.
     static constexpr FUID identity = FUID::make(0x5E7A1C03, 0x44B2, 0x4F0D, 0x8E61, 0x2C9B7D10A4E5);
 
     HostObject(Ledger& ledger, const char* kind);
-    virtual ~HostObject() = default;
-    HostObject(const HostObject&) = delete;
-    HostObject& operator=(const HostObject&) = delete;
+    ~HostObject() override = default;
 
-    uint32 retain();
-    uint32 drop();
-    int32 count() const { return count_; }
-    bool alive() const { return count_ > 0; }
     const char* kind() const { return kind_; }
     // What a report calls this object, besides its kind.
     virtual std::string label() const { return {}; }
     Ledger& ledger() const { return ledger_; }
 
 protected:
-    // The face for an interface identifier, or null; FUnknown's gives the first face.
-    virtual FUnknown* faceFor(const FUID& iid) = 0;
     // Gives up the references this object holds; called once its count reaches 0.
     virtual void dispose() {}
+    // Answers the identity and the ledger's refusals before the faces.
     tresult answer(const FUID& iid, void** out);
 
 private:
     friend class Ledger;
+    void lastReleased() override { dispose(); }
+    void misused(const char* what) override;
     Ledger& ledger_;
     const char* kind_;
-    int32 count_ = 1;
 };
-
-// The three operations of FUnknown for a class that derives from HostObject and interfaces.
-#define REFHOST_UNKNOWN                                                                            \
-    tresult queryInterface(const FUID& iid, void** out) override { return answer(iid, out); }      \
-    uint32 addRef() override { return retain(); }                                                  \
-    uint32 release() override { return drop(); }
 
 // What the ledger found when the workstation closed.
 struct LedgerReport {
@@ -105,11 +95,6 @@ template <class T> T* hostCast(FUnknown* face) {
     auto* object = static_cast<HostObject*>(out);
     object->drop();
     return dynamic_cast<T*>(object);
-}
-
-// A face of T for iid when iid is one of Faces; used by faceFor.
-template <class I, class T> FUnknown* faceIf(const FUID& iid, T* self) {
-    return iid == I::iid ? static_cast<I*>(self) : nullptr;
 }
 
 } // namespace RefHost

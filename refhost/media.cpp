@@ -79,7 +79,7 @@ bool AudioClip::readFacts(const std::string& path) { return readAudioFacts(path,
 FUnknown* AudioClip::faceFor(const FUID& iid) {
     if (iid == FUnknown::iid || iid == IHostAudioClip::iid)
         return static_cast<IHostAudioClip*>(this);
-    return faceIf<IHostMediaFile>(iid, this);
+    return Support::faceOf<IHostMediaFile>(iid, this);
 }
 
 bool VideoClip::readFacts(const std::string& path) {
@@ -89,7 +89,7 @@ bool VideoClip::readFacts(const std::string& path) {
 FUnknown* VideoClip::faceFor(const FUID& iid) {
     if (iid == FUnknown::iid || iid == IHostMediaFile::iid)
         return static_cast<IHostMediaFile*>(this);
-    return faceIf<IHostVideoClip>(iid, this);
+    return Support::faceOf<IHostVideoClip>(iid, this);
 }
 
 bool AudioFile::open(IHostUrl* url) {
@@ -103,7 +103,7 @@ bool AudioFile::open(IHostUrl* url) {
 FUnknown* AudioFile::faceFor(const FUID& iid) {
     if (iid == FUnknown::iid || iid == IHostAudioFile::iid)
         return static_cast<IHostAudioFile*>(this);
-    return opened ? faceIf<IHostAudioFileInfo>(iid, this) : nullptr;
+    return opened ? Support::faceOf<IHostAudioFileInfo>(iid, this) : nullptr;
 }
 
 IHostMediaFile* MediaPool::findFile(IHostUrl* url) {

@@ -29,7 +29,7 @@ public:
     explicit Url(Ledger& ledger, std::u16string path = {})
         : HostObject(ledger, "location"), path(std::move(path)) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     tresult getPath(char16* buffer) override;
     tresult setPath(const char16* path, int32 flags) override;
 
@@ -67,7 +67,7 @@ class AudioClip : public MediaFile, public IHostAudioClip {
 public:
     explicit AudioClip(Ledger& ledger) : MediaFile(ledger, "audio clip") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IHostMediaFile* getFile() override;
     bool setFile(IHostAudioFileInfo* info) override;
 
@@ -84,7 +84,7 @@ class VideoClip : public MediaFile, public IHostVideoClip {
 public:
     explicit VideoClip(Ledger& ledger) : MediaFile(ledger, "video clip") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     int64 getFrameCount() override { return frames; }
     float getSampleRate() override { return sampleRate; }
 
@@ -100,7 +100,7 @@ class AudioFile : public HostObject, public IHostAudioFile, public IHostAudioFil
 public:
     explicit AudioFile(Ledger& ledger) : HostObject(ledger, "audio file") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     bool open(IHostUrl* url) override;
     float getSampleRate() override { return facts.sampleRate; }
     int32 getChannelCount() override { return facts.channels; }
@@ -118,7 +118,7 @@ class MediaPool : public HostObject, public IHostMediaPool {
 public:
     explicit MediaPool(Ledger& ledger) : HostObject(ledger, "media pool") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IHostMediaFile* findFile(IHostUrl* url) override;
     tresult addFile(IHostMediaFile* file, int32 flags) override;
 

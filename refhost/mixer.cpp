@@ -111,9 +111,9 @@ FUnknown* Parameter::faceFor(const FUID& iid) {
     if (iid == FUnknown::iid)
         return static_cast<IHostParameter*>(this);
     if (kind == Kind::Volume)
-        return faceIf<IHostGainScale>(iid, this);
+        return Support::faceOf<IHostGainScale>(iid, this);
     if (kind == Kind::Presets)
-        return faceIf<IHostPresetList>(iid, this);
+        return Support::faceOf<IHostPresetList>(iid, this);
     return nullptr;
 }
 
@@ -245,7 +245,7 @@ void ParamOwner::retag() {
 FUnknown* ParamOwner::faceFor(const FUID& iid) {
     if (iid == FUnknown::iid)
         return static_cast<IHostParameterOwner*>(this);
-    return faceIf<IHostAutomationTarget>(iid, this);
+    return Support::faceOf<IHostAutomationTarget>(iid, this);
 }
 
 void ParamOwner::dispose() {
@@ -296,7 +296,7 @@ tresult Send::setDestination(IHostParameterOwner* face) {
 }
 
 FUnknown* Send::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<IHostOutputRouting>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostOutputRouting>(iid, this))
         return face;
     return ParamOwner::faceFor(iid);
 }
@@ -409,11 +409,11 @@ void Channel::addModule(ParamOwner* module) {
 }
 
 FUnknown* Channel::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<IHostChannelModules>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostChannelModules>(iid, this))
         return face;
-    if (FUnknown* face = faceIf<IHostChannelBus>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostChannelBus>(iid, this))
         return face;
-    if (FUnknown* face = faceIf<IHostOutputRouting>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostOutputRouting>(iid, this))
         return face;
     return ParamOwner::faceFor(iid);
 }
@@ -456,7 +456,7 @@ bool Mixer::holds(const Channel* wanted) const {
 }
 
 FUnknown* Mixer::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<IHostMixerSettings>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostMixerSettings>(iid, this))
         return face;
     return ParamOwner::faceFor(iid);
 }

@@ -30,7 +30,7 @@ public:
     Parameter(Ledger& ledger, std::string id, std::u16string title, Kind kind, int32 minimum,
               int32 maximum);
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     int32 getMinimum() override { return minimum; }
     int32 getMaximum() override { return maximum; }
     int32 getIntValue() override;
@@ -79,7 +79,7 @@ class ParamOwner : public HostObject, public IHostParameterOwner, public IHostAu
 public:
     ParamOwner(Ledger& ledger, const char* kind, std::string name, std::u16string title = {});
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     const char8* getName() override { return name.c_str(); }
     const char16* getTitle() override { return title.c_str(); }
     int32 getParameterCount() override { return int32(params.size()); }
@@ -145,7 +145,7 @@ class Send : public ParamOwner, public IHostOutputRouting {
 public:
     Send(Ledger& ledger, std::string name, const double* maximumGain);
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     bool canRouteTo(IHostParameterOwner* destination) override;
     tresult setDestination(IHostParameterOwner* destination) override;
 
@@ -168,7 +168,7 @@ public:
 
     Channel(Ledger& ledger, std::string kindName, std::string id, const double* maximumGain);
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IHostParameterOwner* findModule(const char8* name) override;
     tresult getArrangement(IHostSpeakerList* list) override;
     bool canRouteTo(IHostParameterOwner* destination) override;
@@ -206,7 +206,7 @@ class Mixer : public ParamOwner, public IHostMixerSettings {
 public:
     explicit Mixer(Ledger& ledger);
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     tresult getMaximumGain(double* gain) override;
 
     ParamOwner& channelList() const { return *children.front(); }
@@ -225,7 +225,7 @@ class SpeakerList : public HostObject, public IHostSpeakerList {
 public:
     explicit SpeakerList(Ledger& ledger) : HostObject(ledger, "speaker list") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     int32 getCount() override { return int32(speakers.size()); }
     uint64 getSpeaker(int32 index) override;
 

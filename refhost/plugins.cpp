@@ -144,9 +144,9 @@ tresult Plugin::loadState(IBStream* stream, int32) {
 }
 
 FUnknown* Plugin::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<IHostPluginAccess>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostPluginAccess>(iid, this))
         return face;
-    if (FUnknown* face = faceIf<IHostPluginState>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostPluginState>(iid, this))
         return face;
     return ParamOwner::faceFor(iid);
 }

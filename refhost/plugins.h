@@ -59,7 +59,7 @@ class PresetEntry : public HostObject, public IHostPresetEntry {
 public:
     PresetEntry(Ledger& ledger, PresetInfo info) : HostObject(ledger, "preset"), info(info) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     const char16* getFileName() override { return info.fileName.c_str(); }
     int32 getIndex() override { return info.index; }
 
@@ -73,7 +73,7 @@ class Presets : public HostObject, public IHostPresets {
 public:
     explicit Presets(Ledger& ledger) : HostObject(ledger, "preset list") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     int32 getPresetCount() override { return int32(entries.size()); }
     IHostPresetEntry* getPreset(int32 index) override;
 
@@ -92,7 +92,7 @@ public:
     Controller(Ledger& ledger, Plugin& plugin)
         : HostObject(ledger, "controller"), plugin_(plugin) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     int32 getParameterCount() override;
     tresult getParameterInfo(int32 index, QuorParameterInfo* info) override;
     tresult valueToText(uint32 id, double normalized, QuorString128 text) override;
@@ -115,7 +115,7 @@ public:
 
     Plugin(Ledger& ledger, const PluginClass& type);
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IQuorController* getController() override { return controller_.get(); }
     tresult saveState(IBStream* stream) override;
     tresult loadState(IBStream* stream, int32 flags) override;

@@ -152,7 +152,7 @@ tresult AudioEvent::setFadeOut(IHostEditContext*, double value, IHostEditSession
 }
 
 FUnknown* AudioEvent::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<IAudioEvent>(iid, this))
+    if (FUnknown* face = Support::faceOf<IAudioEvent>(iid, this))
         return face;
     return TimelineNode::faceFor(iid);
 }
@@ -174,7 +174,7 @@ tresult AudioPart::initialize(const char16* text, FUnknown*) {
 bool AudioPart::accepts(TimelineNode& child) const { return isAudioEvent(child); }
 
 FUnknown* AudioPart::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<IAudioPart>(iid, this))
+    if (FUnknown* face = Support::faceOf<IAudioPart>(iid, this))
         return face;
     return TimelineNode::faceFor(iid);
 }
@@ -189,9 +189,9 @@ bool MidiPart::accepts(TimelineNode& child) const {
 }
 
 FUnknown* MidiPart::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<IMidiPart>(iid, this))
+    if (FUnknown* face = Support::faceOf<IMidiPart>(iid, this))
         return face;
-    if (FUnknown* face = faceIf<IHostMidiPartSetup>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostMidiPartSetup>(iid, this))
         return face;
     return TimelineNode::faceFor(iid);
 }
@@ -215,9 +215,9 @@ tresult NoteEvent::setReleaseVelocity(IHostEditContext*, int32 value, IHostEditS
 }
 
 FUnknown* NoteEvent::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<IMidiEvent>(iid, this))
+    if (FUnknown* face = Support::faceOf<IMidiEvent>(iid, this))
         return face;
-    if (FUnknown* face = faceIf<IHostNoteEvent>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostNoteEvent>(iid, this))
         return face;
     return TimelineNode::faceFor(iid);
 }
@@ -234,7 +234,7 @@ tresult VideoEvent::setClip(IHostEditContext*, FUnknown* face, IHostEditSession*
 }
 
 FUnknown* VideoEvent::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<IVideoEvent>(iid, this))
+    if (FUnknown* face = Support::faceOf<IVideoEvent>(iid, this))
         return face;
     return TimelineNode::faceFor(iid);
 }
@@ -245,7 +245,7 @@ void VideoEvent::dispose() {
 }
 
 FUnknown* MarkerEvent::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<IMarkerObject>(iid, this))
+    if (FUnknown* face = Support::faceOf<IMarkerObject>(iid, this))
         return face;
     return TimelineNode::faceFor(iid);
 }
@@ -263,7 +263,7 @@ tresult TempoEvent::setRamp(IHostEditContext*, bool value, IHostEditSession* ses
 }
 
 FUnknown* TempoEvent::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<ITempoObject>(iid, this))
+    if (FUnknown* face = Support::faceOf<ITempoObject>(iid, this))
         return face;
     return TimelineNode::faceFor(iid);
 }
@@ -279,7 +279,7 @@ tresult SignatureEvent::setSignature(IHostEditContext*, uint16 top, uint16 botto
 }
 
 FUnknown* SignatureEvent::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<ISignatureObject>(iid, this))
+    if (FUnknown* face = Support::faceOf<ISignatureObject>(iid, this))
         return face;
     return TimelineNode::faceFor(iid);
 }
@@ -291,7 +291,7 @@ tresult AutomationPoint::setValue(IHostEditContext*, float newValue, IHostEditSe
 }
 
 FUnknown* AutomationPoint::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<IHostAutomationPoint>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostAutomationPoint>(iid, this))
         return face;
     // A point is a timeline object without a colour.
     if (iid == IHostTimelineEvent::iid)

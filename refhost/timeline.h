@@ -20,7 +20,7 @@ class TimelineNode : public HostObject, public IHostTimelineEvent {
 public:
     TimelineNode(Ledger& ledger, const char* kind) : HostObject(ledger, kind) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     const char16* getName() override { return name.c_str(); }
     tresult setName(IHostEditContext* context, const char16* name,
                     IHostEditSession* session) override;
@@ -92,7 +92,7 @@ public:
     Iterator(Ledger& ledger, std::vector<IPtr<TimelineNode>> items)
         : HostObject(ledger, "iterator"), items_(std::move(items)) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     FUnknown* next() override;
     bool isDone() override { return position_ >= items_.size(); }
 
@@ -109,7 +109,7 @@ class AudioEvent : public TimelineNode, public IAudioEvent {
 public:
     explicit AudioEvent(Ledger& ledger) : TimelineNode(ledger, "audio event") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IHostAudioClip* getClip() override;
     tresult setClip(IHostEditContext* context, FUnknown* clip, IHostEditSession* session) override;
     double getFadeIn(IHostEditContext*) override { return fadeIn; }
@@ -133,7 +133,7 @@ class AudioPart : public TimelineNode, public IAudioPart {
 public:
     explicit AudioPart(Ledger& ledger) : TimelineNode(ledger, "audio part") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     tresult initialize(const char16* name, FUnknown* track) override;
     bool accepts(TimelineNode& child) const override;
 
@@ -146,7 +146,7 @@ class MidiPart : public TimelineNode, public IMidiPart, public IHostMidiPartSetu
 public:
     explicit MidiPart(Ledger& ledger) : TimelineNode(ledger, "MIDI part") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     tresult initialize(const char16* name, FUnknown* track) override;
     bool accepts(TimelineNode& child) const override;
 
@@ -159,7 +159,7 @@ class NoteEvent : public TimelineNode, public IMidiEvent, public IHostNoteEvent 
 public:
     explicit NoteEvent(Ledger& ledger) : TimelineNode(ledger, "note") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     int32 getStatus() override { return 0x90; }
     int32 getChannel() override { return channel; }
     int32 getPitch() override { return pitch; }
@@ -183,7 +183,7 @@ class VideoEvent : public TimelineNode, public IVideoEvent {
 public:
     explicit VideoEvent(Ledger& ledger) : TimelineNode(ledger, "video event") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IHostMediaFile* getClip() override;
     tresult setClip(IHostEditContext* context, FUnknown* clip, IHostEditSession* session) override;
 
@@ -198,7 +198,7 @@ class MarkerEvent : public TimelineNode, public IMarkerObject {
 public:
     explicit MarkerEvent(Ledger& ledger) : TimelineNode(ledger, "marker") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
 
 protected:
     FUnknown* faceFor(const FUID& iid) override;
@@ -208,7 +208,7 @@ class TempoEvent : public TimelineNode, public ITempoObject {
 public:
     explicit TempoEvent(Ledger& ledger) : TimelineNode(ledger, "tempo event") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     float getTempo() override { return float(bpm); }
     tresult setTempo(IHostEditContext* context, float bpm, IHostEditSession* session) override;
     tresult setRamp(IHostEditContext* context, bool ramp, IHostEditSession* session) override;
@@ -224,7 +224,7 @@ class SignatureEvent : public TimelineNode, public ISignatureObject {
 public:
     explicit SignatureEvent(Ledger& ledger) : TimelineNode(ledger, "signature event") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     int32 getNumerator() override { return numerator; }
     int32 getDenominator() override { return denominator; }
     tresult setSignature(IHostEditContext* context, uint16 numerator, uint16 denominator,
@@ -241,7 +241,7 @@ class AutomationPoint : public TimelineNode, public IHostAutomationPoint {
 public:
     explicit AutomationPoint(Ledger& ledger) : TimelineNode(ledger, "automation point") {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     float getValue() override { return float(value); }
     tresult setValue(IHostEditContext* context, float value, IHostEditSession* session) override;
 

@@ -56,9 +56,9 @@ const char* channelKindOf(const std::string& type) {
 bool Lane::accepts(TimelineNode& child) const { return is<AutomationPoint>(child); }
 
 FUnknown* Lane::faceFor(const FUID& iid) {
-    if (FUnknown* face = faceIf<IHostAutomationLane>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostAutomationLane>(iid, this))
         return face;
-    if (FUnknown* face = faceIf<IHostTrackChannel>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostTrackChannel>(iid, this))
         return face;
     if (iid == IHostTimelineEvent::iid)
         return nullptr;
@@ -97,7 +97,7 @@ FUnknown* AutomationFolder::getLane(const char8* path, uint32 tag, bool create) 
 FUnknown* AutomationFolder::faceFor(const FUID& iid) {
     if (iid == FUnknown::iid)
         return static_cast<IHostAutomationFolder*>(this);
-    return faceIf<IHostAutomationOwner>(iid, this);
+    return Support::faceOf<IHostAutomationOwner>(iid, this);
 }
 
 Track::Track(Ledger& ledger, std::string type, Mixer* mixer)
@@ -152,10 +152,10 @@ void Track::adopt(IPtr<TimelineNode> child) {
 FUnknown* Track::faceFor(const FUID& iid) {
     if (iid == FUnknown::iid || iid == IHostObjectType::iid)
         return static_cast<IHostObjectType*>(this);
-    if (FUnknown* face = faceIf<IHostTrackChannel>(iid, this))
+    if (FUnknown* face = Support::faceOf<IHostTrackChannel>(iid, this))
         return face;
     if (type == "audio")
-        if (FUnknown* face = faceIf<IHostTrackBus>(iid, this))
+        if (FUnknown* face = Support::faceOf<IHostTrackBus>(iid, this))
             return face;
     return TimelineNode::faceFor(iid);
 }

@@ -27,7 +27,7 @@ public:
     Lane(Ledger& ledger, std::string path, uint32 tag, ParamOwner* owner)
         : TimelineNode(ledger, "automation lane"), path(std::move(path)), tag(tag), owner(owner) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IHostLaneBinding* getBinding() override { return this; }
     IHostParameterOwner* getMixerChannel() override { return owner; }
     uint32 getTag() override { return tag; }
@@ -48,7 +48,7 @@ public:
     AutomationFolder(Ledger& ledger, Track& track)
         : HostObject(ledger, "automation folder"), track_(track) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IHostIterator* getLanes() override;
     tresult setOpen(bool value) override;
     FUnknown* getLane(const char8* path, uint32 tag, bool create) override;
@@ -75,7 +75,7 @@ class Track : public TimelineNode,
 public:
     Track(Ledger& ledger, std::string type, Mixer* mixer);
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     bool isType(const char8* text) override { return text && type == text; }
     tresult setName(IHostEditContext* context, const char16* name,
                     IHostEditSession* session) override;
@@ -103,7 +103,7 @@ class TempoTrack : public Track, public IHostTempoTrack {
 public:
     TempoTrack(Ledger& ledger, Mixer* mixer) : Track(ledger, "tempo", mixer) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     float getTempoAt(double position) override;
     float getFixedTempo() override { return float(fixedTempo); }
     bool isTempoFixed() override { return fixed; }
@@ -120,7 +120,7 @@ class SignatureTrack : public Track, public IHostSignatureTrack {
 public:
     SignatureTrack(Ledger& ledger, Mixer* mixer) : Track(ledger, "signature", mixer) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     bool getSignatureAt(double position, QuorSignatureRecord* record) override;
     tresult setSignature(int32 position, int32 numerator, int32 denominator) override;
 
@@ -136,7 +136,7 @@ class Project : public TimelineNode, public IHostProject {
 public:
     Project(Ledger& ledger, Mixer* mixer);
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IHostUrl* getProjectFolder() override { return folder.get(); }
     IHostMediaPool* getMediaPool() override { return pool.get(); }
     IHostTempoTrack* getTempoTrack() override;

@@ -80,7 +80,7 @@ const char16* Context::getApplicationVersion() { return station_.applicationVers
 FUnknown* Context::faceFor(const FUID& iid) {
     if (iid == FUnknown::iid || iid == IHostContext::iid)
         return static_cast<IHostContext*>(this);
-    return faceIf<IHostApplicationInfo>(iid, this);
+    return Support::faceOf<IHostApplicationInfo>(iid, this);
 }
 
 IHostProject* ProjectManager::getActiveProject() { return station_.project.get(); }

@@ -30,7 +30,7 @@ public:
     Context(Ledger& ledger, Workstation& station)
         : HostObject(ledger, "host context"), station_(station) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     tresult getInterface(const FUID& iid, void** out) override;
     const char16* getApplicationName() override;
     const char16* getApplicationVersion() override;
@@ -47,7 +47,7 @@ public:
     ProjectManager(Ledger& ledger, Workstation& station)
         : HostObject(ledger, "project manager"), station_(station) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IHostProject* getActiveProject() override;
 
 protected:
@@ -62,7 +62,7 @@ public:
     ObjectRegistry(Ledger& ledger, Workstation& station)
         : HostObject(ledger, "object registry"), station_(station) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     IHostParameterOwner* findObject(const char8* name, int32 flags) override;
 
 protected:
@@ -77,7 +77,7 @@ public:
     ProjectTools(Ledger& ledger, Workstation& station)
         : HostObject(ledger, "project tools"), station_(station) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     tresult setBusArrangement(IHostChannelBus* bus, uint32 speakerMask) override;
     tresult getEventStretch(FUnknown* event, double* ratio) override;
     tresult setEventStretch(FUnknown* event, double ratio) override;
@@ -99,7 +99,7 @@ public:
     VolumeCurve(Ledger& ledger, const double& maximumGain)
         : HostObject(ledger, "volume curve"), maximumGain_(maximumGain) {}
 
-    REFHOST_UNKNOWN
+    SUPPORT_COUNTED_UNKNOWN
     double gainToValue(double gain, int32 curve, bool flag) override;
     double valueToGain(double value, int32 curve) override;
 

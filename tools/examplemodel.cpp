@@ -3,9 +3,8 @@
 
 #include "corvelle/mediaproject.h"
 #include "packagereading.h"
+#include "support/counted.h"
 
-#include <atomic>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,25 +15,9 @@ namespace {
 
 using namespace Halvorn;
 
-// Answers for each of its faces. The objects live as long as the project that owns them, so
-// their counts are not kept: every pointer the faces give is borrowed, as the interfaces say.
-template <class... Faces> class Object : public Faces... {
-public:
-    tresult queryInterface(const FUID& iid, void** object) override {
-        if (!object)
-            return kInvalidArgument;
-        *object = nullptr;
-        ((*object == nullptr && iid == Faces::iid ? void(*object = static_cast<Faces*>(this))
-                                                  : void()),
-         ...);
-        return *object ? kResultOk : kNoInterface;
-    }
-    uint32 addRef() override { return 1; }
-    uint32 release() override { return 1; }
-    virtual ~Object() = default;
-};
+using Support::Counted;
 
-struct Color : Object<IMediaColor> {
+struct Color : Counted<IMediaColor> {
     uint8 rgba[4] = {0, 0, 0, 0};
     uint8 getRed() override { return rgba[0]; }
     uint8 getGreen() override { return rgba[1]; }
@@ -43,7 +26,7 @@ struct Color : Object<IMediaColor> {
 };
 
 // The identity every node shares.
-template <class... Faces> struct Node : Object<IMediaObject, Faces...> {
+template <class... Faces> struct Node : Counted<IMediaObject, Faces...> {
     std::u16string id;
     std::u16string name;
     Color color;
@@ -71,7 +54,7 @@ struct Parameter : Node<IMediaParameter> {
     void setStepCount(uint32 v) override { steps = v; }
 };
 
-struct Time : Object<IMediaTime> {
+struct Time : Counted<IMediaTime> {
     double start = 0.0, duration = 0.0;
     double getStart() override { return start; }
     double getDuration() override { return duration; }
@@ -166,22 +149,29 @@ struct Track : Node<IMediaTrack> {
     IMediaAutomation* getAutomation(uint32) override { return nullptr; }
 };
 
-struct Signature : Object<IMediaSignature> {
+struct Signature : Counted<IMediaSignature> {
     uint16 getNumerator() override { return 4; }
     uint16 getDenominator() override { return 4; }
 };
 
-struct Project : Object<IMediaProject> {
-    std::vector<std::shared_ptr<void>> owned; // every object below
+// Owns every node below it: the faces hand out borrowed pointers, as the interfaces say, and
+// the values inside a node (its color, its time) live and die with it.
+struct Project : Counted<IMediaProject> {
+    std::vector<Support::RefCounted*> owned;
     std::vector<Track*> tracks;
     Parameter* tempo = nullptr;
     Signature signature;
     Channel* channel = nullptr;
 
+    ~Project() override {
+        for (Support::RefCounted* object : owned)
+            object->drop();
+    }
+
     template <class T> T* make() {
-        auto object = std::make_shared<T>();
+        T* object = new T();
         owned.push_back(object);
-        return object.get();
+        return object;
     }
 
     const char16* getApplicationName() override { return u"corvelle new"; }
@@ -197,33 +187,10 @@ struct Project : Object<IMediaProject> {
     }
 };
 
-// The one object with a real count: the caller holds the package, the package the project.
-class Package final : public IMediaProjectPackage {
-public:
-    tresult queryInterface(const FUID& iid, void** object) override {
-        if (!object)
-            return kInvalidArgument;
-        if (iid == FUnknown::iid || iid == IMediaProjectPackage::iid) {
-            addRef();
-            *object = static_cast<IMediaProjectPackage*>(this);
-            return kResultOk;
-        }
-        *object = nullptr;
-        return kNoInterface;
-    }
-    uint32 addRef() override { return ++count_; }
-    uint32 release() override {
-        const uint32 left = --count_;
-        if (left == 0)
-            delete this;
-        return left;
-    }
+// The caller holds the package, the package the project.
+struct Package final : Counted<IMediaProjectPackage> {
     IMediaProject* getProject() override { return &project; }
-
     Project project;
-
-private:
-    std::atomic<uint32> count_{1};
 };
 
 Parameter* parameter(Project& project, const char16* id, const char16* name, uint32 unit,

@@ -3,8 +3,8 @@
 
 #include "conventions.h"
 #include "corvelle/utf8.h"
+#include "support/counted.h"
 
-#include <atomic>
 #include <iostream>
 
 namespace CorvelleTool {
@@ -15,9 +15,9 @@ namespace {
 
 using namespace Halvorn;
 
-// Lives on the stack for the one read; the package code only borrows it. It also takes the
-// read's report of what was refused or failed.
-class FolderClient : public IMediaPackageManagerClient, public IMediaPackageReadReport {
+// Made for the one read; the package code may keep a reference while it reads. It also takes
+// the read's report of what was refused or failed.
+class FolderClient : public Support::Counted<IMediaPackageManagerClient, IMediaPackageReadReport> {
 public:
     FolderClient(const std::string& base, std::vector<ReadCase>& cases) : cases_(cases) {
         if (base.empty())
@@ -27,25 +27,6 @@ public:
         preset_ = toUtf16(base + "/Preset");
         midi_ = toUtf16(base + "/Midi");
     }
-
-    tresult queryInterface(const FUID& iid, void** object) override {
-        if (!object)
-            return kInvalidArgument;
-        if (iid == FUnknown::iid || iid == IMediaPackageManagerClient::iid) {
-            addRef();
-            *object = static_cast<IMediaPackageManagerClient*>(this);
-            return kResultOk;
-        }
-        if (iid == IMediaPackageReadReport::iid) {
-            addRef();
-            *object = static_cast<IMediaPackageReadReport*>(this);
-            return kResultOk;
-        }
-        *object = nullptr;
-        return kNoInterface;
-    }
-    uint32 addRef() override { return ++count_; }
-    uint32 release() override { return --count_; }
 
     const char16* getPathForFileType(int32 type) override {
         const std::u16string* folder = type == 1   ? &preset_
@@ -64,7 +45,6 @@ public:
 private:
     std::vector<ReadCase>& cases_;
     std::u16string audio_, video_, preset_, midi_;
-    std::atomic<uint32> count_{1};
 };
 
 // Says each case on stderr as a warning.
@@ -80,9 +60,9 @@ IPtr<IMediaProjectPackage> readPackage(const std::string& path, const std::strin
     const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
     if (!manager)
         return {};
-    FolderClient client(mediaFolder, cases);
+    const auto client = IPtr<FolderClient>::adopt(new FolderClient(mediaFolder, cases));
     const std::u16string path16 = toUtf16(path);
-    return IPtr<IMediaProjectPackage>::adopt(manager->readPackage(path16.c_str(), &client));
+    return IPtr<IMediaProjectPackage>::adopt(manager->readPackage(path16.c_str(), client.get()));
 }
 
 std::string describe(const ReadCase& readCase) {

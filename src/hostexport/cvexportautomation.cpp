@@ -4,7 +4,6 @@
 
 #include "hostexport/cvexportparameter.h"
 
-#include <new>
 #include <vector>
 
 namespace Halvorn {
@@ -126,10 +125,7 @@ void CvHostProjectExporter::exportAutomation(IHostEditContext* context, CvTrack*
         // Faders of channels and sends are automated in linear gain, like their parameter.
         bool isFader = parameter->getNodeName() == String(kParamVolume) &&
                        !container->isTypeOf(CvDevice::kClassName);
-        auto automation = IPtr<CvAutomation>::adopt(
-            new (std::nothrow) CvAutomation(parameter->getUnit(), newId()));
-        if (!automation)
-            continue;
+        auto automation = newObject<CvAutomation>(parameter->getUnit(), newId());
         automation->setTarget(parameter->getNodeId());
         auto laneContext = IPtr<IHostEditContext>::adopt(context->contextFor(lane));
         for (IHostAutomationPoint* point : collectChildren<IHostAutomationPoint>(lane)) {

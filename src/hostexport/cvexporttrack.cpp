@@ -2,8 +2,6 @@
 // clips and events.
 #include "hostexport/cvhostprojectexporter.h"
 
-#include <new>
-
 namespace Halvorn {
 
 using namespace Quor;
@@ -135,12 +133,9 @@ void CvHostProjectExporter::addAudioClip(CvTrack& track, IHostEditContext* track
     // A stretched event tells its rate as one straight line over the whole file.
     IMediaTime* time = clip->getTime();
     auto first = newObject<CvWarpPoint>(0.0, 0.0);
-    auto last = IPtr<CvWarpPoint>::adopt(
-        new (std::nothrow) CvWarpPoint(time->getOffset() + time->getDuration(), length));
-    if (first && last) {
-        audioEvent->addWarpPoint(first.get());
-        audioEvent->addWarpPoint(last.get());
-    }
+    auto last = newObject<CvWarpPoint>(time->getOffset() + time->getDuration(), length);
+    audioEvent->addWarpPoint(first.get());
+    audioEvent->addWarpPoint(last.get());
 }
 
 void CvHostProjectExporter::addVideoClip(CvTrack& track, IHostEditContext* trackContext,

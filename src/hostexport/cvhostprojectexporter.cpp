@@ -3,7 +3,6 @@
 
 #include <cinttypes>
 #include <cstring>
-#include <new>
 #include <vector>
 
 namespace Halvorn {
@@ -139,20 +138,16 @@ void CvHostProjectExporter::exportTransport(IHostProject& project, CvProject& mo
         if (tempoTrack->isTempoFixed())
             bpm = tempoTrack->getFixedTempo();
         auto tempo = newObject<CvParameter>(kUnitBpm);
-        if (tempo) {
-            tempo->setMin(kTempoMinimum);
-            tempo->setMax(kTempoMaximum);
-            tempo->setValue(bpm);
-            model.setTempo(tempo.get());
-        }
+        tempo->setMin(kTempoMinimum);
+        tempo->setMax(kTempoMaximum);
+        tempo->setValue(bpm);
+        model.setTempo(tempo.get());
     }
     if (IHostSignatureTrack* signatureTrack = project.getSignatureTrack()) {
         QuorSignatureRecord record{};
         if (signatureTrack->getSignatureAt(0.0, &record)) {
-            auto signature = IPtr<CvSignature>::adopt(
-                new (std::nothrow) CvSignature(record.numerator, record.denominator, String()));
-            if (signature)
-                model.setTimeSignature(signature.get());
+            auto signature = newObject<CvSignature>(record.numerator, record.denominator, String());
+            model.setTimeSignature(signature.get());
         }
     }
 }

@@ -10,13 +10,12 @@
 
 using namespace Halvorn;
 
-TEST(MemoryStream, GrowsInPagesAndReadsWhatIsThere) {
+TEST(MemoryStream, GrowsAndReadsWhatIsThere) {
     MemoryStream stream;
     std::vector<char> data(5000, 'm');
     int32 done = 0;
     ASSERT_EQ(stream.write(data.data(), 5000, &done), kResultOk);
     EXPECT_EQ(done, 5000);
-    EXPECT_EQ(stream.getCapacity(), 8192u);
     EXPECT_EQ(stream.getSize(), 5000u);
 
     int64 at = 0;

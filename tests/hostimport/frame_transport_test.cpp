@@ -42,6 +42,7 @@ TEST_F(ImportTest, AnEmptyModelSetsTheTransportAndClosesWithOneStep) {
     station->progressOut = nullptr;
     EXPECT_NE(shown.find("Import Corvelle: Import Transport"), std::string::npos) << shown;
     EXPECT_NE(shown.find("Import Corvelle: Import Tracks"), std::string::npos) << shown;
+    EXPECT_NE(shown.find("[#"), std::string::npos) << shown;
     auto* tempo = dynamic_cast<RefHost::TempoTrack*>(hostTrack(u"Tempo"));
     auto* signature = dynamic_cast<RefHost::SignatureTrack*>(hostTrack(u"Signature"));
     ASSERT_TRUE(tempo && signature);

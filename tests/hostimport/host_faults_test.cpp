@@ -1,8 +1,8 @@
 // A host that refuses one of the services or objects the importer asks it for: the import leaves
 // out what needed it, gives every reference back, and closes as usual.
 #include "importfixture.h"
+#include "support/counted.h"
 
-#include <atomic>
 #include <fstream>
 #include <sstream>
 
@@ -12,22 +12,10 @@ using namespace Halvorn::HostImportTest;
 namespace {
 
 // Hands out everything the workstation's context does, except one identifier.
-class RefusingContext : public IHostContext {
+class RefusingContext : public Support::Counted<IHostContext> {
 public:
     RefusingContext(IHostContext* inner, const FUID& refused) : inner_(inner), refused_(refused) {}
 
-    tresult queryInterface(const FUID& iid, void** out) override {
-        if (!out)
-            return kInvalidArgument;
-        *out = nullptr;
-        if (iid != FUnknown::iid && iid != IHostContext::iid)
-            return kNoInterface;
-        addRef();
-        *out = static_cast<IHostContext*>(this);
-        return kResultOk;
-    }
-    uint32 addRef() override { return ++count_; }
-    uint32 release() override { return --count_; }
     tresult getInterface(const FUID& iid, void** out) override {
         if (iid == refused_) {
             if (out)
@@ -36,12 +24,10 @@ public:
         }
         return inner_->getInterface(iid, out);
     }
-    uint32 count() const { return count_; }
 
 private:
     IHostContext* inner_;
     FUID refused_;
-    std::atomic<uint32> count_{1};
 };
 
 const char* kStructure =
@@ -115,7 +101,7 @@ TEST_F(ImportTest, AHostThatRefusesAnyOneInterfaceLosesOnlyWhatNeedsIt) {
         SetUp(); // a fresh empty project; the fixture checks the last one's references
         RefusingContext host(this->host(), refused);
         ASSERT_TRUE(importPackage(document(kStructure, kArrangement), files, &host));
-        EXPECT_EQ(host.count(), 1u);
+        EXPECT_EQ(host.count(), 1);
         std::vector<std::string> steps = stepNames();
         bool nothing = refused == IHostProjectManager::iid || refused == IHostEditSession::iid;
         EXPECT_EQ(steps.empty(), nothing);

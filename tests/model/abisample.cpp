@@ -19,13 +19,6 @@ IPtr<CvChannel> masterChannel() {
     auto master = newObject<CvChannel>(1, kChannelRoleMaster, "master");
     master->setName("Main");
     master->addParameter(parameter(kParamVolume, "master.vol", kUnitLinear, 1.0).get());
-    auto eq = newObject<CvEqualizer>(kRoleAudioFX, "master.eq");
-    eq->setName("EQ");
-    eq->addParameter(parameter(kParamEqualizerInputGain, "eq.in", kUnitDecibel, -3.0).get());
-    auto band = newObject<CvEqualizerBand>(kBandLowShelf, 1, "eq.b1");
-    band->addParameter(parameter(kParamEqualizerBandGain, "eq.b1.gain", kUnitDecibel, 4.5).get());
-    eq->addBand(band.get());
-    master->addDevice(eq.get());
     return master;
 }
 
@@ -76,26 +69,6 @@ IPtr<CvTrack> audioTrack(CvProject& project) {
     return track;
 }
 
-IPtr<CvTrack> notesTrack(CvProject& project) {
-    auto track = newObject<CvTrack>(kContentNotes, "track.notes");
-    track->setName("Keys");
-    auto channel = newObject<CvChannel>(1, kChannelRoleRegular, "ch.notes");
-    auto instrument = newObject<CvInstrument>(kDeviceBuiltinInstrument, kRoleInstrument, "inst");
-    instrument->setPresetName("Grand");
-    channel->addDevice(instrument.get());
-    track->setChannel(channel.get());
-    project.addChannel(channel.get());
-    auto clip = newObject<CvClip>(kEventMidi, "clip.notes");
-    for (uint32 key = 60; key < 64; ++key) {
-        auto note = newObject<CvMidiNoteEvent>(key, 0.5, 0);
-        note->setStart((key - 60) * 0.5);
-        note->setDuration(0.5);
-        clip->addEvent(note.get());
-    }
-    track->addClip(clip.get());
-    return track;
-}
-
 IPtr<CvTrack> markerTrack() {
     auto track = newObject<CvTrack>(kContentMarkers, "track.markers");
     auto clip = newObject<CvClip>(kEventMarker, "");
@@ -119,7 +92,6 @@ FUnknown* buildSampleProject() {
     auto folder = newObject<CvTrack>(kContentTracks, "folder");
     folder->setName("Band");
     folder->addTrack(audioTrack(*project).get());
-    folder->addTrack(notesTrack(*project).get());
     project->addTrack(folder.get());
     project->addTrack(markerTrack().get());
 

@@ -5,9 +5,9 @@
 
 namespace Halvorn {
 
-// One reference, the caller releases: the IMediaProject of a small project with one item of
-// every kind (folder, audio, notes and marker tracks, channels with devices, sends,
-// automation).
+// One reference, the caller releases: the IMediaProject of a small project with a folder, an
+// audio track with its channel, device, send, clip and automation, a marker track, an effect
+// and a master channel.
 FUnknown* buildSampleProject();
 
 } // namespace Halvorn

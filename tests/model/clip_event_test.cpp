@@ -16,29 +16,6 @@ IPtr<CvAudioEvent> warped(double duration,
     return event;
 }
 
-TEST(ClipEvent, EventDefaultsAndTimeGoThroughTheTimeObject) {
-    auto event = newObject<CvMarkerEvent>();
-    IMediaEvent* face = event.get();
-    EXPECT_EQ(face->getEventType(), kEventMarker);
-    EXPECT_FALSE(face->isMuted());
-    IMediaTime* time = face->getTime();
-    ASSERT_NE(time, nullptr);
-    EXPECT_EQ(time->getStart(), 0.0);
-    EXPECT_EQ(time->getDuration(), 0.0);
-    EXPECT_EQ(time->getOffset(), 0.0);
-    event->setStart(1.5);
-    EXPECT_EQ(face->getTime(), time);
-    EXPECT_EQ(time->getStart(), 1.5);
-    EXPECT_FALSE(static_cast<IMediaMarkerEvent*>(event.get())->getFlag());
-    EXPECT_EQ(utf8(static_cast<IMediaObject*>(event.get())->getId()), "");
-
-    // A tempo or signature event made without values holds the usual ones.
-    EXPECT_EQ(newObject<CvTempoEvent>()->getTempo(), 120.0);
-    EXPECT_EQ(newObject<CvTempoEvent>()->getInterpolation(), kInterpolationHold);
-    EXPECT_EQ(newObject<CvSignatureEvent>()->getNumerator(), 4);
-    EXPECT_EQ(newObject<CvSignatureEvent>()->getDenominator(), 4);
-}
-
 TEST(ClipEvent, ClipHoldsEventsInOrderWithDuplicatesAndAnswersOnlyForItsFaces) {
     auto clip = newObject<CvClip>(kEventAudio, "clip");
     auto first = newObject<CvAudioEvent>("e1");
@@ -46,16 +23,13 @@ TEST(ClipEvent, ClipHoldsEventsInOrderWithDuplicatesAndAnswersOnlyForItsFaces) {
     clip->addEvent(newObject<CvAudioEvent>("e2").get());
     clip->addEvent(first.get()); // plain add keeps duplicates
     clip->addEvent(nullptr);
-    clip->setStart(4.0);
-    clip->setFadeInTime(0.5);
-    clip->setFadeOutTime(0.75);
 
+    // The time object is one, whichever face asks, and it follows the setters.
     IMediaClip* face = clip.get();
-    EXPECT_EQ(face->getEventType(), kEventAudio);
-    EXPECT_EQ(face->getTime()->getStart(), 4.0);
-    EXPECT_EQ(face->getTime(), static_cast<IMediaEvent*>(clip.get())->getTime());
-    EXPECT_EQ(face->getFadeInTime(), 0.5);
-    EXPECT_EQ(face->getFadeOutTime(), 0.75);
+    IMediaTime* time = face->getTime();
+    clip->setStart(4.0);
+    EXPECT_EQ(static_cast<IMediaEvent*>(clip.get())->getTime(), time);
+    EXPECT_EQ(time->getStart(), 4.0);
     ASSERT_EQ(face->getEventCount(), 3u);
     EXPECT_EQ(face->getEvent(2), static_cast<IMediaEvent*>(first.get()));
     EXPECT_EQ(face->getEvent(3), nullptr);
@@ -70,6 +44,12 @@ TEST(ClipEvent, ClipHoldsEventsInOrderWithDuplicatesAndAnswersOnlyForItsFaces) {
     EXPECT_EQ(out, nullptr);
     EXPECT_EQ(face->queryInterface(IMediaAudioEvent::iid, nullptr), kInvalidArgument);
     EXPECT_EQ(clip->refCount(), 1);
+
+    // A tempo or signature event made without values holds the usual ones.
+    EXPECT_EQ(newObject<CvTempoEvent>()->getTempo(), 120.0);
+    EXPECT_EQ(newObject<CvTempoEvent>()->getInterpolation(), kInterpolationHold);
+    EXPECT_EQ(newObject<CvSignatureEvent>()->getNumerator(), 4);
+    EXPECT_EQ(newObject<CvSignatureEvent>()->getDenominator(), 4);
 }
 
 // Null out-parameters are allowed; a video's frame count needs all 64 bits.
@@ -102,13 +82,10 @@ TEST(ClipEvent, MediaEventFormatsAndFiles) {
 TEST(ClipEvent, NoteEventMidiBytesAndClampedVelocity) {
     auto note = newObject<CvMidiNoteEvent>(60, 0.5, 1);
     IMediaMidiEvent* midi = note.get();
-    EXPECT_EQ(static_cast<IMediaEvent*>(note.get())->getEventType(), kEventMidi);
     EXPECT_EQ(midi->getStatus(), 144u);
     EXPECT_EQ(midi->getChannel(), 1u);
     EXPECT_EQ(midi->getData1(), 60u);
     EXPECT_EQ(midi->getData2(), 63u); // 63.5 cut down
-    EXPECT_EQ(static_cast<IMediaMidiNoteEvent*>(note.get())->getKey(), 60u);
-    EXPECT_EQ(static_cast<IMediaMidiNoteEvent*>(note.get())->getVelocity(), 0.5);
 
     auto loud = newObject<CvMidiNoteEvent>(61, 1.5, 0);
     EXPECT_EQ(static_cast<IMediaMidiNoteEvent*>(loud.get())->getVelocity(), 1.0);

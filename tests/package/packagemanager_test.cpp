@@ -4,7 +4,6 @@
 #include "model/cvfile.h"
 #include "model/cvproject.h"
 #include "package/cvpackagemanagerclient.h"
-#include "package/cvzipwriter.h"
 #include "packagetestsupport.h"
 
 #include <gtest/gtest.h>
@@ -57,8 +56,7 @@ std::string makePackage(const ScratchFolder& scratch, const std::string& name,
         writeFile(tree + "/" + path, bytes);
     std::filesystem::create_directories(tree);
     const std::string package = scratch / (name + ".corvelle");
-    CvZipWriter writer;
-    EXPECT_TRUE(writer.zipFolder(String(tree.c_str()), String(package.c_str())));
+    EXPECT_TRUE(zip(tree, package));
     return package;
 }
 
@@ -202,13 +200,8 @@ TEST(PackageManager, UnreadablePackagesGiveNullAndLeaveNothingBehind) {
                       client.get()));
     EXPECT_TRUE(temp.leftovers().empty());
 
-    // Hostile entries don't escape, and every cut of a good package reads or fails cleanly.
-    writeFile(scratch / "hostile.corvelle", buildZip({{"project.xml", projectDocument("/nothing")},
-                                                      {"../escaped.wav", "x"},
-                                                      {"audio/../../escaped2.wav", "x"}}));
-    EXPECT_TRUE(read(manager.get(), scratch / "hostile.corvelle", client.get()));
-    EXPECT_FALSE(exists(temp.path() + "/../escaped.wav"));
-    EXPECT_FALSE(exists(temp.path() + "/escaped2.wav"));
+    // Every cut of a good package reads or fails cleanly; names that climb out are the zip
+    // reader's to skip, tested with it.
     const std::string whole = readFile(makePackage(scratch, "whole", sampleFiles("/nothing")));
     for (size_t cut = 0; cut < whole.size(); cut += 211) {
         writeFile(scratch / "cut.corvelle", whole.substr(0, cut));

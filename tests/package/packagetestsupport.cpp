@@ -194,20 +194,6 @@ ReportingClient::ReportingClient(const std::string& base) {
     }
 }
 
-Halvorn::tresult ReportingClient::queryInterface(const Halvorn::FUID& iid, void** object) {
-    using namespace Halvorn;
-    if (iid == IMediaPackageReadReport::iid) {
-        *object = static_cast<IMediaPackageReadReport*>(this);
-        return kResultOk;
-    }
-    if (iid == FUnknown::iid || iid == IMediaPackageManagerClient::iid) {
-        *object = static_cast<IMediaPackageManagerClient*>(this);
-        return kResultOk;
-    }
-    *object = nullptr;
-    return kNoInterface;
-}
-
 const Halvorn::char16* ReportingClient::getPathForFileType(Halvorn::int32 type) {
     return type >= 1 && type <= 4 && !folders_[type].empty() ? folders_[type].c_str() : nullptr;
 }

@@ -5,6 +5,7 @@
 #include "common/zipbytes.h"
 #include "corvelle/package.h"
 #include "corvelle/ptr.h"
+#include "support/counted.h"
 
 #include <cstdint>
 #include <string>
@@ -66,14 +67,11 @@ std::string deflatedZeros(uint64_t size);
 
 // A client that puts each file type into a folder below base (or wants none when base is
 // empty) and keeps what the read reports.
-class ReportingClient : public Halvorn::IMediaPackageManagerClient,
-                        public Halvorn::IMediaPackageReadReport {
+class ReportingClient : public Halvorn::Support::Counted<Halvorn::IMediaPackageManagerClient,
+                                                         Halvorn::IMediaPackageReadReport> {
 public:
     explicit ReportingClient(const std::string& base);
 
-    Halvorn::tresult queryInterface(const Halvorn::FUID& iid, void** object) override;
-    Halvorn::uint32 addRef() override { return 1; }
-    Halvorn::uint32 release() override { return 1; }
     const Halvorn::char16* getPathForFileType(Halvorn::int32 type) override;
     Halvorn::tresult report(Halvorn::int32 what, const Halvorn::char16* subject) override;
 

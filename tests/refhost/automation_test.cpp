@@ -1,43 +1,12 @@
-// Automation lanes: how export finds them and their points, and how import makes them.
+// Automation lanes: how import makes them by path below a channel.
 #include "hostfixture.h"
 
 namespace Halvorn {
 namespace RefHostTest {
 
-TEST_F(HostTest, LanesTellTheirParameterOwnerAndTag) {
-    auto type = static_cast<IHostObjectType*>(track(u"Drums"));
-    IHostAutomationFolder* folder = type->getAutomationFolder();
-    ASSERT_NE(folder, nullptr);
-    EXPECT_EQ(static_cast<IHostObjectType*>(track(u"Tempo"))->getAutomationFolder(), nullptr);
-
-    auto walk = IPtr<IHostIterator>::adopt(folder->getLanes());
-    std::vector<FUnknown*> lanes;
-    while (!walk->isDone())
-        lanes.push_back(walk->next());
-    ASSERT_EQ(lanes.size(), 2u);
-
-    auto volumeLane = queryInterface<IHostAutomationLane>(lanes[0]);
-    ASSERT_TRUE(volumeLane);
-    IHostParameterOwner* drums = channel(u"Drums");
-    EXPECT_EQ(queryInterface<IHostTrackChannel>(lanes[0])->getMixerChannel(), drums);
-    uint32 tag = volumeLane->getBinding()->getTag();
-    auto volume = IPtr<IHostParameter>::adopt(drums->getParameterByTag(tag));
-    auto byId = IPtr<IHostParameter>::adopt(drums->findParameter("volume"));
-    EXPECT_EQ(volume.get(), byId.get());
-
-    std::vector<FUnknown*> points = children(lanes[0]);
-    ASSERT_EQ(points.size(), 2u);
-    EXPECT_FLOAT_EQ(queryInterface<IHostAutomationPoint>(points[1])->getValue(), 0.8f);
-    EXPECT_DOUBLE_EQ(queryInterface<IHostTimelineObject>(points[1])->getStart(nullptr), 4.0);
-    EXPECT_FALSE(queryInterface<IHostTimelineEvent>(points[1]));
-
-    auto pluginLane = queryInterface<IHostAutomationLane>(lanes[1]);
-    IHostParameterOwner* owner = queryInterface<IHostTrackChannel>(lanes[1])->getMixerChannel();
-    ASSERT_TRUE(queryInterface<IHostPluginAccess>(owner));
-    EXPECT_EQ(pluginLane->getBinding()->getTag(), 7u + 4201u);
-}
-
+// Reading lanes, their bindings and points is checked through the export suite's lanes.
 TEST_F(HostTest, LanesAreMadeByPathBelowTheChannel) {
+    EXPECT_EQ(static_cast<IHostObjectType*>(track(u"Tempo"))->getAutomationFolder(), nullptr);
     auto type = static_cast<IHostObjectType*>(track(u"Drums"));
     auto owner = queryInterface<IHostAutomationOwner>(type->getAutomationFolder());
     ASSERT_TRUE(owner);

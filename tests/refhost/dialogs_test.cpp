@@ -1,8 +1,6 @@
-// Scripted file dialogs, the progress dialog and the settings store.
+// Scripted file dialogs. The progress dialog and the settings store are checked through the
+// import and export commands that draw and keep them.
 #include "hostfixture.h"
-
-#include <cstdio>
-#include <cstdlib>
 
 namespace Halvorn {
 namespace RefHostTest {
@@ -66,39 +64,6 @@ TEST_F(HostTest, FileDialogsGiveTheScriptedAnswersInOrder) {
     ASSERT_EQ(shown.fileTypes.size(), 1u);
     EXPECT_EQ(RefHost::toUtf8(shown.fileTypes[0]), "Corvelle (*.corvelle)");
     EXPECT_EQ(station->dialogs.shown[1].mode, IPathBrowser::kOpenFile);
-}
-
-TEST_F(HostTest, ProgressDrawsABarAndSettingsAreKept) {
-    char* text = nullptr;
-    size_t size = 0;
-    std::FILE* out = open_memstream(&text, &size);
-    ASSERT_NE(out, nullptr);
-    station->progressOut = out;
-    {
-        auto first = service<IHostProgressDialog>();
-        auto second = service<IHostProgressDialog>();
-        EXPECT_NE(first.get(), second.get());
-        uint8 cancel = 0;
-        first->setup(3, u"Export Corvelle", &cancel);
-        first->setText(u"before open");
-        first->open();
-        first->setText(u"Tracks");
-        first->close();
-    }
-    std::fclose(out);
-    std::string drawn(text, size);
-    std::free(text);
-    EXPECT_NE(drawn.find("[##"), std::string::npos) << drawn;
-    EXPECT_NE(drawn.find("Export Corvelle: Tracks"), std::string::npos) << drawn;
-    EXPECT_EQ(drawn.back(), '\n');
-
-    auto defaults = service<IHostDefaults>();
-    EXPECT_EQ(utf8(defaults->getString("Corvelle", "lastExportPath")), "/home/user/Exports/");
-    EXPECT_EQ(defaults->getString("Corvelle", "lastImportPath"), nullptr);
-    ASSERT_EQ(defaults->setString("Corvelle", "lastImportPath", u"/in/a.corvelle"), kResultOk);
-    EXPECT_EQ(utf8(service<IHostDefaults>()->getString("Corvelle", "lastImportPath")),
-              "/in/a.corvelle");
-    EXPECT_EQ(station->toJson()["defaults"]["Corvelle"]["lastImportPath"], "/in/a.corvelle");
 }
 
 } // namespace RefHostTest

@@ -71,47 +71,6 @@ TEST_F(HostTest, CommittedStepsAreRecordedWithTheirChanges) {
     EXPECT_EQ(station->history.size(), before + 2);
 }
 
-TEST_F(HostTest, TempoSignatureAndNotesAreSetAsImportDoes) {
-    auto top = IPtr<IHostEditContext>::adopt(project()->getEditContext(0));
-    auto session = service<IHostEditSession>();
-    IHostTempoTrack* tempo = project()->getTempoTrack();
-    ASSERT_EQ(tempo->setTempo(140.0f), kResultOk);
-    EXPECT_FLOAT_EQ(tempo->getFixedTempo(), 140.0f);
-    auto tempoContext = IPtr<IHostEditContext>::adopt(top->contextFor(tempo));
-    ASSERT_TRUE(tempoContext);
-    auto event = service<ITempoObject>();
-    event->setTempo(tempoContext.get(), 90.0f, session.get());
-    event->setRamp(tempoContext.get(), true, session.get());
-    queryInterface<IHostTimelineObject>(event.get())->setStart(tempoContext.get(), 30.0, nullptr);
-    ASSERT_EQ(session->add(tempoContext.get(), IPtr<ITempoObject>(event).release()), kResultOk);
-    EXPECT_FLOAT_EQ(tempo->getTempoAt(31.0), 90.0f);
-
-    IHostSignatureTrack* signature = project()->getSignatureTrack();
-    ASSERT_EQ(signature->setSignature(0, 3, 4), kResultOk);
-    QuorSignatureRecord record{};
-    ASSERT_TRUE(signature->getSignatureAt(0.0, &record));
-    EXPECT_EQ(record.numerator, 3);
-
-    IHostObjectType* keys = project()->createTrack("instrument");
-    auto part = service<IMidiPart>();
-    auto setup = queryInterface<IHostMidiPartSetup>(part.get());
-    ASSERT_EQ(setup->initialize(u"Riff", keys), kResultOk);
-    auto local = IPtr<IHostEditContext>::adopt(top->contextFor(keys));
-    ASSERT_EQ(session->add(local.get(), IPtr<IMidiPart>(part).release()), kResultOk);
-    auto partContext = IPtr<IHostEditContext>::adopt(local->contextFor(part.get()));
-    auto note = service<IHostNoteEvent>();
-    note->setPitch(partContext.get(), 67, session.get());
-    note->setVelocity(partContext.get(), 80, session.get());
-    note->setReleaseVelocity(partContext.get(), 0, session.get());
-    ASSERT_EQ(session->add(partContext.get(), IPtr<IHostNoteEvent>(note).release()), kResultOk);
-    ASSERT_EQ(session->add(top.get(), keys), kResultOk);
-    session->commit(project(), u"Import Events");
-    std::vector<FUnknown*> notes = children(children(track(u""))[0]);
-    ASSERT_EQ(notes.size(), 1u);
-    EXPECT_EQ(queryInterface<IMidiEvent>(notes[0])->getPitch(), 67);
-    EXPECT_EQ(station->history.back().name, "Import Events");
-}
-
 TEST_F(HostTest, MovingIntoAFolderNestsATopLevelTrack) {
     auto top = IPtr<IHostEditContext>::adopt(project()->getEditContext(0));
     auto session = service<IHostEditSession>();

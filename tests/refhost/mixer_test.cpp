@@ -21,32 +21,19 @@ IPtr<IHostParameter> parameter(IHostParameterOwner* owner, const char* id) {
 }
 } // namespace
 
+// The channels' values (kinds, colour, pan, fader, destinations) are checked as the export
+// suites read them; here the lookups at and past their ends.
 TEST_F(HostTest, MixerChannelsAreFoundByKindAndCarryTheirParameters) {
     ASSERT_NE(mixer(), nullptr);
     EXPECT_EQ(service<IHostObjectRegistry>()->findObject("Mixer", 0), nullptr);
-    double maximum = 0.0;
-    ASSERT_EQ(queryInterface<IHostMixerSettings>(mixer())->getMaximumGain(&maximum), kResultOk);
-    EXPECT_DOUBLE_EQ(maximum, 2.0);
-    EXPECT_FLOAT_EQ(parameter(mixer(), "autoOpenPluginEditor")->getNormalized(), 1.0f);
-
     IHostParameterOwner* list = child(mixer(), "Channels");
-    std::vector<std::string> kinds;
-    for (int32 index = 0; index < list->getChildCount(); ++index)
-        kinds.push_back(list->getChild(index)->getName());
-    EXPECT_EQ(kinds,
-              (std::vector<std::string>{"InputChannel", "OutputChannel", "FxChannel",
-                                        "GroupChannel", "AudioChannel", "InstrumentChannel"}));
+    EXPECT_EQ(list->getChildCount(), 6);
     EXPECT_EQ(list->getChild(6), nullptr);
     EXPECT_EQ(list->getChild(-1), nullptr);
 
     IHostParameterOwner* drums = channel(u"Drums");
     auto trackChannel = queryInterface<IHostTrackChannel>(track(u"Drums"));
     EXPECT_EQ(trackChannel->getMixerChannel(), drums);
-    EXPECT_EQ(parameter(drums, "colorspec")->getIntValue(), int32(0xFFCC3333u));
-    EXPECT_EQ(parameter(drums, "solo")->getIntValue(), 1);
-    EXPECT_EQ(parameter(drums, "mute")->getIntValue(), 0);
-    EXPECT_FLOAT_EQ(parameter(child(drums, "Panner"), "panX")->getNormalized(), 0.25f);
-    EXPECT_EQ(valueText(parameter(drums, "outputBus").get()), "Drum Bus");
     EXPECT_EQ(parameter(drums, "nothing").get(), nullptr);
 
     // Tags and titles agree with the parameters they name.

@@ -19,16 +19,13 @@ TEST_F(HostTest, TheExampleSessionIsWrittenBackAsItWasRead) {
     EXPECT_TRUE(again->close().clean());
 }
 
+// The conversion itself, ill-formed pieces included, is the published helper's, tested there.
 TEST_F(HostTest, TextCrossesAsUtf16BothWays) {
     json session = exampleSession();
     session["project"]["tracks"][2]["name"] = "Dr\u00fcms \U0001F941";
-    session["project"]["tracks"][3]["name"] = "bad \xC0\xAF byte";
     load(session);
-    FUnknown* drums = children(project())[2];
-    auto timeline = queryInterface<IHostTimelineObject>(drums);
+    auto timeline = queryInterface<IHostTimelineObject>(children(project())[2]);
     EXPECT_EQ(std::u16string(timeline->getName()), u"Dr\u00fcms \U0001F941");
-    auto keys = queryInterface<IHostTimelineObject>(children(project())[3]);
-    EXPECT_EQ(std::u16string(keys->getName()), u"bad \uFFFD\uFFFD byte");
     EXPECT_EQ(station->toJson()["project"]["tracks"][2]["name"], "Dr\u00fcms \U0001F941");
 }
 

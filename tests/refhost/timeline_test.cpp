@@ -1,31 +1,15 @@
-// The timeline as export reads it: tracks, their types, parts, events, media and tempo.
+// The timeline as export and import use it: track types, part times, tempo, the pool and files.
 #include "hostfixture.h"
-
-#include <cmath>
 
 namespace Halvorn {
 namespace RefHostTest {
 
-namespace {
-std::vector<std::string> names(const std::vector<FUnknown*>& items) {
-    std::vector<std::string> result;
-    for (FUnknown* item : items) {
-        auto timeline = queryInterface<IHostTimelineObject>(item);
-        result.push_back(timeline ? utf8(timeline->getName()) : "?");
-    }
-    return result;
-}
-
-std::string pathOf(IHostUrl* url) {
-    char16 buffer[IHostUrl::kPathSize];
-    return url && url->getPath(buffer) == kResultOk ? utf8(buffer) : "";
-}
-} // namespace
-
-TEST_F(HostTest, TracksIterateOnceEachInOrderAndTellTheirTypeDirectly) {
+// The values the exporter reads (order, nesting, fades, file facts, notes, video) are checked
+// through the export suites; here what those don't reach: the direct type call, the end of an
+// iteration, times inside a part, and opening files.
+TEST_F(HostTest, TracksTypesIterationPartTimesAndFileOpening) {
     std::vector<FUnknown*> tracks = children(project());
-    EXPECT_EQ(names(tracks),
-              (std::vector<std::string>{"Tempo", "Signature", "Drums", "Keys", "Extras", "Plate"}));
+    ASSERT_EQ(tracks.size(), 6u);
     const char* types[] = {"tempo", "signature", "audio", "instrument", "folder", "FX Channel"};
     for (size_t i = 0; i < tracks.size(); ++i) {
         // Objects out of the track list are called as IHostObjectType without a query.
@@ -33,10 +17,6 @@ TEST_F(HostTest, TracksIterateOnceEachInOrderAndTellTheirTypeDirectly) {
         EXPECT_TRUE(type->isType(types[i])) << types[i];
         EXPECT_FALSE(type->isType("marker")) << types[i];
     }
-    EXPECT_EQ(names(children(tracks[4])), (std::vector<std::string>{"Film", "Markers"}));
-    EXPECT_EQ(names(children(children(tracks[4])[1])),
-              (std::vector<std::string>{"Verse", "Chorus"}));
-
     auto walk =
         IPtr<IHostIterator>::adopt(queryInterface<IHostTimelineObject>(project())->getChildren());
     for (int i = 0; i < 6; ++i)
@@ -44,73 +24,26 @@ TEST_F(HostTest, TracksIterateOnceEachInOrderAndTellTheirTypeDirectly) {
     EXPECT_TRUE(walk->isDone());
     EXPECT_EQ(walk->next(), nullptr);
 
-    auto tools = service<IHostProjectTools>();
-    EXPECT_TRUE(tools->isTrackLoaded(tracks[2]));
-    EXPECT_FALSE(tools->isTrackLoaded(children(tracks[4])[1]));
-}
-
-TEST_F(HostTest, PartsEventsAndMediaReadThroughTheirInterfaces) {
-    IPtr<IHostEditContext> top = IPtr<IHostEditContext>::adopt(project()->getEditContext(0));
-    ASSERT_TRUE(top);
+    auto top = IPtr<IHostEditContext>::adopt(project()->getEditContext(0));
     FUnknown* drums = track(u"Drums");
     auto trackContext = IPtr<IHostEditContext>::adopt(top->contextFor(drums));
-    ASSERT_TRUE(trackContext);
-    std::vector<FUnknown*> items = children(drums);
-    ASSERT_EQ(items.size(), 2u);
-
-    auto loop = queryInterface<IAudioEvent>(items[0]);
-    ASSERT_TRUE(loop);
-    EXPECT_DOUBLE_EQ(loop->getFadeIn(trackContext.get()), 0.01);
-    EXPECT_DOUBLE_EQ(loop->getFadeOut(trackContext.get()), 0.1);
-    std::string path = pathOf(loop->getClip()->getFile()->getLocation());
-    EXPECT_EQ(path, folder->path() + "/media/loop.wav");
-
-    auto audioFile = service<IHostAudioFile>();
-    auto url = service<IHostUrl>();
-    ASSERT_EQ(url->setPath(RefHost::toUtf16(path).c_str(), 0), kResultOk);
-    EXPECT_FALSE(queryInterface<IHostAudioFileInfo>(audioFile.get()));
-    ASSERT_TRUE(audioFile->open(url.get()));
-    auto info = queryInterface<IHostAudioFileInfo>(audioFile.get());
-    ASSERT_TRUE(info);
-    EXPECT_EQ(info->getChannelCount(), 2);
-    EXPECT_EQ(info->getFrameCount(), 44100);
-    EXPECT_FLOAT_EQ(info->getSampleRate(), 44100.0f);
-    ASSERT_EQ(url->setPath(u"/no/such/file.wav", 0), kResultOk);
-    EXPECT_FALSE(service<IHostAudioFile>()->open(url.get()));
-
-    auto part = queryInterface<IHostTimelineEvent>(items[1]);
-    uint32 argb = 0;
-    EXPECT_EQ(part->getColor(trackContext.get(), &argb), kResultOk);
-    EXPECT_EQ(argb, 0xFF20A040u);
-    auto partContext = IPtr<IHostEditContext>::adopt(trackContext->contextFor(items[1]));
-    std::vector<FUnknown*> inner = children(items[1]);
-    ASSERT_EQ(inner.size(), 1u);
-    auto fill = queryInterface<IHostTimelineObject>(inner[0]);
+    FUnknown* part = children(drums)[1];
+    auto partContext = IPtr<IHostEditContext>::adopt(trackContext->contextFor(part));
+    auto fill = queryInterface<IHostTimelineObject>(children(part)[0]);
     EXPECT_TRUE(fill->isMuted());
     // Stored 0.5 into the part at 4.0, read on the project's timeline.
     EXPECT_DOUBLE_EQ(fill->getStart(partContext.get()), 4.5);
     EXPECT_DOUBLE_EQ(fill->getOffset(partContext.get()), 0.25);
-    auto tools = service<IHostProjectTools>();
-    double ratio = 0.0;
-    EXPECT_EQ(tools->getEventStretch(inner[0], &ratio), kResultOk);
-    EXPECT_DOUBLE_EQ(ratio, 0.5);
-    EXPECT_TRUE(tools->isEventWarped(inner[0]));
-    EXPECT_FALSE(tools->isEventWarped(items[0]));
 
-    std::vector<FUnknown*> notes = children(children(track(u"Keys"))[0]);
-    ASSERT_EQ(notes.size(), 2u);
-    auto note = queryInterface<IMidiEvent>(notes[1]);
-    EXPECT_EQ(note->getPitch(), 64);
-    EXPECT_EQ(note->getVelocity(), 90);
-    EXPECT_EQ(note->getChannel(), 1);
-
-    FUnknown* film = children(track(u"Extras"))[0];
-    auto video = queryInterface<IVideoEvent>(children(film)[0]);
-    ASSERT_TRUE(video);
-    EXPECT_EQ(pathOf(video->getClip()->getLocation()), folder->path() + "/media/clip.mp4");
-    auto clip = queryInterface<IHostVideoClip>(video->getClip());
-    EXPECT_EQ(clip->getFrameCount(), 96000);
-    EXPECT_FLOAT_EQ(clip->getSampleRate(), 48000.0f);
+    auto audioFile = service<IHostAudioFile>();
+    auto url = service<IHostUrl>();
+    ASSERT_EQ(url->setPath(RefHost::toUtf16(folder->path() + "/media/loop.wav").c_str(), 0),
+              kResultOk);
+    EXPECT_FALSE(queryInterface<IHostAudioFileInfo>(audioFile.get()));
+    ASSERT_TRUE(audioFile->open(url.get()));
+    EXPECT_TRUE(queryInterface<IHostAudioFileInfo>(audioFile.get()));
+    ASSERT_EQ(url->setPath(u"/no/such/file.wav", 0), kResultOk);
+    EXPECT_FALSE(service<IHostAudioFile>()->open(url.get()));
 }
 
 TEST_F(HostTest, TempoAndSignatureAnswerAtPositions) {

@@ -10,6 +10,7 @@
 
 #include "documents/cvxmlwriter.h"
 #include "foundation/ffilesystem.h"
+#include "support/counted.h"
 
 #include <gtest/gtest.h>
 
@@ -17,13 +18,6 @@ using namespace Halvorn;
 using namespace WriterTest;
 
 namespace {
-
-size_t count(const std::string& document, const std::string& text) {
-    size_t n = 0;
-    for (size_t at = document.find(text); at != std::string::npos; at = document.find(text, at + 1))
-        ++n;
-    return n;
-}
 
 struct Written {
     ScratchFolder scratch;
@@ -123,7 +117,7 @@ TEST(TrackFamily, FoldersNestInStructureAndFlattenInLanes) {
                             "\t\t\t<Lanes track=\"t1\">"))
         << d;
     EXPECT_TRUE(contains(d, "<Lanes track=\"t2\">"));
-    EXPECT_EQ(count(d, "<TempoAutomation"), 1u);
+    EXPECT_EQ(occurrences(d, "<TempoAutomation"), 1u);
     EXPECT_TRUE(contains(d, "<RealPoint time=\"0\" value=\"100\" interpolation=\"hold\" />"));
     EXPECT_FALSE(contains(d, "value=\"200\""));
     EXPECT_FALSE(contains(d, "contentType=\"unknown\"")) << "tempo tracks stand in no Track";
@@ -131,21 +125,7 @@ TEST(TrackFamily, FoldersNestInStructureAndFlattenInLanes) {
 
 // A track that is its own sub-track, and a project of just that track and no transport: a
 // model of another implementation that the writer must survive.
-struct SelfTrack : IMediaTrack, IMediaObject {
-    tresult queryInterface(const FUID& iid, void** object) override {
-        if (iid == IMediaObject::iid) {
-            *object = static_cast<IMediaObject*>(this);
-            return kResultOk;
-        }
-        if (iid == IMediaTrack::iid) {
-            *object = static_cast<IMediaTrack*>(this);
-            return kResultOk;
-        }
-        *object = nullptr;
-        return kNoInterface;
-    }
-    uint32 addRef() override { return 1; }
-    uint32 release() override { return 1; }
+struct SelfTrack : Support::Counted<IMediaTrack, IMediaObject> {
     uint32 getContentType() override { return kContentTracks; }
     uint32 getTrackCount() override { return 1; }
     IMediaTrack* getTrack(uint32) override { return this; }
@@ -161,14 +141,8 @@ struct SelfTrack : IMediaTrack, IMediaObject {
     IMediaColor* getColor() override { return nullptr; }
 };
 
-struct SelfProject : IMediaProject {
+struct SelfProject : Support::Counted<IMediaProject> {
     SelfTrack track;
-    tresult queryInterface(const FUID&, void** object) override {
-        *object = nullptr;
-        return kNoInterface;
-    }
-    uint32 addRef() override { return 1; }
-    uint32 release() override { return 1; }
     const char16* getApplicationName() override { return u"Other"; }
     const char16* getApplicationVersion() override { return u""; }
     uint32 getTrackCount() override { return 2; }
@@ -184,9 +158,9 @@ TEST(TrackFamily, AnotherModelWithACycleAndNullsEndsAtTheDepthLimit) {
     SelfProject project;
     Written out(&project);
     const std::string& d = out.document;
-    EXPECT_EQ(count(d, "<Track contentType=\"tracks\" loaded=\"true\" id=\"loop\""),
+    EXPECT_EQ(occurrences(d, "<Track contentType=\"tracks\" loaded=\"true\" id=\"loop\""),
               CvXmlWriter::kMaxTrackDepth);
-    EXPECT_EQ(count(d, "<Lanes track=\"loop\" />"), CvXmlWriter::kMaxTrackDepth);
+    EXPECT_EQ(occurrences(d, "<Lanes track=\"loop\" />"), CvXmlWriter::kMaxTrackDepth);
     EXPECT_TRUE(contains(d, "<Application name=\"Other\" />\n\t<Structure>")) << "no transport";
 }
 
@@ -320,7 +294,7 @@ TEST(OddInput, TextThatXmlRefusesStillGivesADocumentThatParses) {
     EXPECT_TRUE(
         contains(d, "deviceID=\"\xEF\xBF\xBD\xEF\xBF\xBD bad \xEF\xBF\xBD utf-8 \xEF\xBF\xBD\""));
     EXPECT_TRUE(contains(d, "<Target parameter=\"" + safe + "\" />"));
-    EXPECT_EQ(count(d, safe), 13u) << "every text of the model that was given";
+    EXPECT_EQ(occurrences(d, safe), 13u) << "every text of the model that was given";
 }
 
 } // namespace

@@ -72,11 +72,8 @@ TEST(MediaStaging, EachFileOnceAndTheFirstOfANameWins) {
     EXPECT_EQ(readFile(tree + "/audio/take.wav"), "first");
     EXPECT_EQ(readFile(tree + "/plugins/a.quorpreset"), "state a");
     EXPECT_EQ(readFile(tree + "/video/clip.mp4"), "film");
-    size_t files = 0;
-    for (size_t at = document.find("<File path=\"audio/take.wav\""); at != std::string::npos;
-         at = document.find("<File path=\"audio/take.wav\"", at + 1))
-        ++files;
-    EXPECT_EQ(files, 3u) << "every reference points at the one entry";
+    EXPECT_EQ(occurrences(document, "<File path=\"audio/take.wav\""), 3u)
+        << "every reference points at the one entry";
     EXPECT_TRUE(contains(document, "<State path=\"plugins/a.quorpreset\" external=\"false\" />"));
     EXPECT_EQ(readFile(scratch / "two/take.wav"), "second") << "sources are only read";
     // A name that XML can't carry is staged under the name that the document gives.
@@ -97,22 +94,14 @@ TEST(MediaStaging, AFileThatCantBeHadIsLeftOutAndTheDocumentGoesOn) {
     EXPECT_TRUE(isWellFormed(document, &message)) << message;
 
     // Four audio events keep their place as a Clip without child; the fifth has its file.
-    size_t empty = 0;
     const std::string bare = "<Clip contentTimeUnit=\"seconds\" time=\"0\" duration=\"0\" />";
-    for (size_t at = document.find(bare); at != std::string::npos; at = document.find(bare, at + 1))
-        ++empty;
-    EXPECT_EQ(empty, 4u) << document;
+    EXPECT_EQ(occurrences(document, bare), 4u) << document;
     EXPECT_TRUE(contains(document, "<File path=\"audio/good.wav\" external=\"false\" />"));
     EXPECT_FALSE(contains(document, "<Video")) << "a video without its file is left out";
     // A state is written all the same, with the name its file would have had.
     EXPECT_TRUE(
         contains(document, "<State path=\"plugins/gone.quorpreset\" external=\"false\" />"));
-    size_t bareStates = 0;
-    const std::string noState = "<State path=\"plugins/\" external=\"false\" />";
-    for (size_t at = document.find(noState); at != std::string::npos;
-         at = document.find(noState, at + 1))
-        ++bareStates;
-    EXPECT_EQ(bareStates, 2u);
+    EXPECT_EQ(occurrences(document, "<State path=\"plugins/\" external=\"false\" />"), 2u);
     EXPECT_EQ(listTree(tree), (std::vector<std::string>{"audio/", "audio/good.wav", "plugins/",
                                                         "project.xml", "video/"}));
 }

@@ -2,8 +2,9 @@
 #pragma once
 
 #include "corvelle/stream.h"
+#include "support/counted.h"
 
-#include <atomic>
+#include <algorithm>
 #include <cstring>
 #include <string>
 
@@ -11,22 +12,11 @@ namespace WriterTest {
 
 using namespace Halvorn;
 
-class TestStream : public IBStream {
+// It lives on the test's stack: the references others take must all come back.
+class TestStream : public Support::Counted<IBStream> {
 public:
     // limit: the bytes it takes before every further write fails; -1 for no limit.
     explicit TestStream(long limit = -1) : limit_(limit) {}
-
-    tresult queryInterface(const FUID& iid, void** object) override {
-        if (iid == IBStream::iid || iid == FUnknown::iid) {
-            addRef();
-            *object = this;
-            return kResultOk;
-        }
-        *object = nullptr;
-        return kNoInterface;
-    }
-    uint32 addRef() override { return ++count_; }
-    uint32 release() override { return --count_; }
 
     tresult read(void*, int32, int32* done) override {
         if (done)
@@ -52,13 +42,12 @@ public:
     const std::string& bytes() const { return bytes_; }
     int writes() const { return writes_; }
     // References held by others: 0 once everyone let go.
-    uint32 references() const { return count_; }
+    uint32 references() const { return uint32(count() - 1); }
 
 private:
     std::string bytes_;
     long limit_;
     int writes_ = 0;
-    std::atomic<uint32> count_{0};
 };
 
 } // namespace WriterTest

@@ -24,6 +24,13 @@ using TestSupport::ZipEntry;
 inline bool contains(const std::string& document, const std::string& text) {
     return document.find(text) != std::string::npos;
 }
+// How many times text stands in document, overlaps counted.
+inline size_t occurrences(const std::string& document, const std::string& text) {
+    size_t n = 0;
+    for (size_t at = document.find(text); at != std::string::npos; at = document.find(text, at + 1))
+        ++n;
+    return n;
+}
 
 std::u16string utf16(const std::string& utf8);
 
