@@ -59,6 +59,7 @@ demo)
     build/refhost/corvelle-host export "$session" "$demo_dir/session.corvelle" \
         --session-out "$demo_dir/session-after.json"
     build/tools/corvelle info "$demo_dir/session.corvelle"
+    build/tools/corvelle check "$demo_dir/session.corvelle"
     say "== that package imported into a session whose project is empty ($demo_dir/imported.json)"
     cp build/examples/session/empty-session.json "$demo_dir/"
     build/refhost/corvelle-host import "$demo_dir/empty-session.json" "$demo_dir/session.corvelle" \
