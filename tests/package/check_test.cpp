@@ -67,7 +67,7 @@ TEST_F(Check, PackagesThisTreeWritesAreClean) {
     ASSERT_EQ(status, 0);
     TestSupport::runCommand("'" + kHost + "' export '" +
                                 (kBuild / "examples/session/session.json").string() + "' '" +
-                                exported + "' 2>/dev/null",
+                                exported + "' --module '" + CORVELLE_MODULE_PATH + "' 2>/dev/null",
                             status);
     ASSERT_EQ(status, 0);
     // The writer's golden document holds every element the writer writes.
