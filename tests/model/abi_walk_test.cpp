@@ -1,7 +1,9 @@
 // Walks a model as a caller outside the library does: public headers and queryInterface only.
 #include "corvelle/corvelle.h"
 
-#include "abisample.h"
+#include "documents/cvxmlreader.h"
+#include "foundation/ffilesystem.h"
+#include "model/cvproject.h"
 #include "support/utf.h"
 
 #include <gtest/gtest.h>
@@ -48,6 +50,18 @@ template <class R, class I, class... Args> R callSlot(I* face, int slot, Args...
     return table[slot](face, args...);
 }
 
+// The project of the writer's golden document, read back: one reference, the caller releases.
+FUnknown* readGoldenProject() {
+    const FUrl url(String(CORVELLE_TEST_DATA "/golden/project.xml"), false);
+    FStream* stream = gFNFileSystem->openStream(url, FStream::kRead);
+    if (!stream)
+        return nullptr;
+    IPtr<CvXmlReader> reader = newObject<CvXmlReader>();
+    CvProject* project = reader->readProject(stream);
+    gFNFileSystem->closeStream(stream);
+    return project ? static_cast<IMediaProject*>(project) : nullptr;
+}
+
 TEST(AbiWalk, IdentifiersMatchTheirRegistryForm) {
     struct Known {
         FUID iid;
@@ -88,18 +102,19 @@ TEST(AbiWalk, IdentifiersMatchTheirRegistryForm) {
 }
 
 TEST(AbiWalk, OperationsSitInTheirListedSlots) {
-    FUnknown* root = buildSampleProject();
+    FUnknown* root = readGoldenProject();
+    ASSERT_NE(root, nullptr);
     {
         auto project = queryInterface<IMediaProject>(root);
         ASSERT_TRUE(project);
         EXPECT_FALSE(queryInterface<IMediaObject>(root)); // the project has no node identity
         IMediaProject* p = project.get();
-        EXPECT_EQ(toUtf8(callSlot<const char16*>(p, 3)), "Sample Writer");
-        EXPECT_EQ(toUtf8(callSlot<const char16*>(p, 4)), "3.0");
-        EXPECT_EQ(callSlot<uint32>(p, 5), 2u);
-        EXPECT_EQ(callSlot<uint32>(p, 9), 3u);
-        const char16* fxId = u"fx";
-        EXPECT_EQ(callSlot<IMediaChannel*>(p, 11, fxId), p->getChannel(1));
+        EXPECT_EQ(toUtf8(callSlot<const char16*>(p, 3)), "Corvelle Test");
+        EXPECT_EQ(toUtf8(callSlot<const char16*>(p, 4)), "2.1");
+        EXPECT_EQ(callSlot<uint32>(p, 5), 5u);
+        EXPECT_EQ(callSlot<uint32>(p, 9), 4u);
+        const char16* returnId = u"id21";
+        EXPECT_EQ(callSlot<IMediaChannel*>(p, 11, returnId), p->getChannel(3));
 
         IMediaParameter* tempo = callSlot<IMediaParameter*>(p, 7);
         ASSERT_EQ(tempo, p->getTempo());
@@ -108,52 +123,52 @@ TEST(AbiWalk, OperationsSitInTheirListedSlots) {
         callSlot<void>(tempo, 14, 7u);    // setParameterId
         callSlot<void>(tempo, 15, 3u);    // setStepCount
         EXPECT_EQ(callSlot<uint32>(tempo, 3), kUnitBpm);
-        EXPECT_EQ(callSlot<double>(tempo, 4), 96.0);
+        EXPECT_EQ(callSlot<double>(tempo, 4), 128.5);
         EXPECT_EQ(callSlot<double>(tempo, 5), 10.0);
         EXPECT_EQ(callSlot<double>(tempo, 6), 200.0);
         EXPECT_EQ(callSlot<uint32>(tempo, 7), 7u);
-        EXPECT_DOUBLE_EQ(callSlot<double>(tempo, 8), 86.0 / 190.0);
+        EXPECT_DOUBLE_EQ(callSlot<double>(tempo, 8), 118.5 / 190.0);
         EXPECT_FALSE(callSlot<bool>(tempo, 9));
         EXPECT_EQ(callSlot<uint32>(tempo, 10), 3u);
         callSlot<void>(tempo, 11, 50.0); // setValue
         EXPECT_EQ(tempo->getValue(), 50.0);
         EXPECT_EQ(callSlot<IMediaSignature*>(p, 8)->getNumerator(), 3);
 
-        IMediaTrack* vocals = p->getTrack(0)->getTrack(0);
-        EXPECT_EQ(callSlot<uint32>(vocals, 3), kContentAudio);
-        EXPECT_EQ(callSlot<uint32>(vocals, 4), 0u);
-        EXPECT_EQ(callSlot<uint32>(vocals, 6), 1u);
-        EXPECT_EQ(callSlot<FUnknown*>(vocals, 9), nullptr);
-        EXPECT_TRUE(callSlot<bool>(vocals, 10));
-        EXPECT_EQ(callSlot<uint32>(vocals, 11), 1u);
+        IMediaTrack* guitar = p->getTrack(0)->getTrack(0);
+        EXPECT_EQ(callSlot<uint32>(guitar, 3), kContentAudio);
+        EXPECT_EQ(callSlot<uint32>(guitar, 4), 0u);
+        EXPECT_EQ(callSlot<uint32>(guitar, 6), 1u);
+        EXPECT_EQ(callSlot<FUnknown*>(guitar, 9), nullptr);
+        EXPECT_TRUE(callSlot<bool>(guitar, 10));
+        EXPECT_EQ(callSlot<uint32>(guitar, 11), 1u);
 
-        IMediaChannel* channel = callSlot<IMediaChannel*>(vocals, 8);
-        ASSERT_EQ(channel, vocals->getChannel());
+        IMediaChannel* channel = callSlot<IMediaChannel*>(guitar, 8);
+        ASSERT_EQ(channel, guitar->getChannel());
         EXPECT_EQ(callSlot<uint32>(channel, 3), 1u); // kind
         EXPECT_EQ(callSlot<uint32>(channel, 4), kChannelRoleRegular);
-        EXPECT_EQ(callSlot<uint32>(channel, 5), 1u); // devices
-        EXPECT_EQ(callSlot<uint32>(channel, 9), 1u); // audio channels
-        EXPECT_EQ(toUtf8(callSlot<const char16*>(channel, 10)), "master");
-        EXPECT_EQ(callSlot<uint32>(channel, 11), 1u); // sends
+        EXPECT_EQ(callSlot<uint32>(channel, 5), 2u); // devices
+        EXPECT_EQ(callSlot<uint32>(channel, 9), 2u); // audio channels
+        EXPECT_EQ(toUtf8(callSlot<const char16*>(channel, 10)), "id20");
+        EXPECT_EQ(callSlot<uint32>(channel, 11), 2u); // sends
 
-        IMediaClip* clip = vocals->getClip(0);
+        IMediaClip* clip = guitar->getClip(0);
         EXPECT_EQ(callSlot<uint32>(clip, 3), kEventAudio);
-        EXPECT_EQ(callSlot<uint32>(clip, 5), 1u);
+        EXPECT_EQ(callSlot<uint32>(clip, 5), 2u); // the clip without media is dropped
         EXPECT_EQ(callSlot<double>(clip, 7), 0.1);
         EXPECT_EQ(callSlot<double>(clip, 8), 0.0);
         auto take = queryInterface<IMediaAudioEvent>(clip->getEvent(0));
         ASSERT_TRUE(take);
         EXPECT_EQ(callSlot<uint32>(take.get(), 4), 2u);
-        EXPECT_DOUBLE_EQ(callSlot<double>(take.get(), 6), 0.75);
+        EXPECT_DOUBLE_EQ(callSlot<double>(take.get(), 6), 0.8); // read warps swap their times
 
-        IMediaAutomation* lane = vocals->getAutomation(0);
+        IMediaAutomation* lane = guitar->getAutomation(0);
         EXPECT_EQ(callSlot<uint32>(lane, 3), kUnitLinear);
-        EXPECT_EQ(toUtf8(callSlot<const char16*>(lane, 4)), "ch.audio.vol");
+        EXPECT_EQ(toUtf8(callSlot<const char16*>(lane, 4)), "id4");
         EXPECT_EQ(callSlot<uint32>(lane, 5), 3u);
 
-        auto object = queryInterface<IMediaObject>(vocals);
-        EXPECT_EQ(toUtf8(callSlot<const char16*>(object.get(), 3)), "track.audio");
-        EXPECT_EQ(toUtf8(callSlot<const char16*>(object.get(), 4)), "Vocals");
+        auto object = queryInterface<IMediaObject>(guitar);
+        EXPECT_EQ(toUtf8(callSlot<const char16*>(object.get(), 3)), "id2");
+        EXPECT_EQ(toUtf8(callSlot<const char16*>(object.get(), 4)), "Guitar");
         EXPECT_EQ(callSlot<uint8>(callSlot<IMediaColor*>(object.get(), 5), 4), 128); // green
     }
     EXPECT_EQ(root->release(), 0u);

@@ -5,17 +5,11 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <filesystem>
 #include <set>
 
 using namespace PackageTest;
 
 namespace {
-
-const std::filesystem::path kBuild =
-    std::filesystem::path(CORVELLE_MODULE_PATH).parent_path().parent_path();
-const std::string kTool = (kBuild / "tools/corvelle").string();
-const std::string kHost = (kBuild / "refhost/corvelle-host").string();
 
 struct CheckRun {
     int status;
@@ -66,7 +60,7 @@ TEST_F(Check, PackagesThisTreeWritesAreClean) {
     TestSupport::runCommand("'" + kTool + "' new '" + fresh + "'", status);
     ASSERT_EQ(status, 0);
     TestSupport::runCommand("'" + kHost + "' export '" +
-                                (kBuild / "examples/session/session.json").string() + "' '" +
+                                (kBuildTree / "examples/session/session.json").string() + "' '" +
                                 exported + "' --module '" + CORVELLE_MODULE_PATH + "' 2>/dev/null",
                             status);
     ASSERT_EQ(status, 0);
@@ -77,8 +71,7 @@ TEST_F(Check, PackagesThisTreeWritesAreClean) {
                                 {"audio/guitar.wav", "RIFF"},
                                 {"video/movie.mp4", "mp4"},
                                 {"plugins/reverb.quorpreset", "state"}}));
-    for (const std::string& package :
-         {(kBuild / "examples/sample-project/sample.corvelle").string(), fresh, exported, golden}) {
+    for (const std::string& package : {kSample, fresh, exported, golden}) {
         const CheckRun run = check(package);
         EXPECT_EQ(run.status, 0) << package;
         EXPECT_EQ(run.findings, nlohmann::json::array()) << package << run.findings.dump(1);

@@ -78,6 +78,18 @@ std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
             entry.sharesDataWith >= 0 ? offsets.at(size_t(entry.sharesDataWith)) : archive.size();
         offsets.push_back(offset);
         const uint16_t needed = form == ZipForm::kClassic ? 20 : 45;
+        // The fields from the flags to the extra field's length, alike in both headers.
+        auto putShared = [&](std::string& out, const std::string& extra) {
+            put16(out, entry.flags);
+            put16(out, entry.method);
+            put16(out, 0);
+            put16(out, 0x0021);
+            put32(out, crc);
+            put32(out, zip64 ? kMax32 : uint32_t(stored.size()));
+            put32(out, zip64 ? kMax32 : uint32_t(size));
+            put16(out, uint32_t(entry.name.size()));
+            put16(out, uint32_t(extra.size()));
+        };
 
         std::string localExtra;
         if (zip64) {
@@ -90,15 +102,7 @@ std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
         if (entry.sharesDataWith < 0) {
             put32(archive, 0x04034b50);
             put16(archive, needed);
-            put16(archive, entry.flags);
-            put16(archive, entry.method);
-            put16(archive, 0);
-            put16(archive, 0x0021);
-            put32(archive, crc);
-            put32(archive, zip64 ? kMax32 : uint32_t(stored.size()));
-            put32(archive, zip64 ? kMax32 : uint32_t(size));
-            put16(archive, uint32_t(entry.name.size()));
-            put16(archive, uint32_t(localExtra.size()));
+            putShared(archive, localExtra);
             archive += entry.name + localExtra + stored;
         }
 
@@ -113,15 +117,7 @@ std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
         put32(directory, 0x02014b50);
         put16(directory, needed);
         put16(directory, needed);
-        put16(directory, entry.flags);
-        put16(directory, entry.method);
-        put16(directory, 0);
-        put16(directory, 0x0021);
-        put32(directory, crc);
-        put32(directory, zip64 ? kMax32 : uint32_t(stored.size()));
-        put32(directory, zip64 ? kMax32 : uint32_t(size));
-        put16(directory, uint32_t(entry.name.size()));
-        put16(directory, uint32_t(centralExtra.size()));
+        putShared(directory, centralExtra);
         put16(directory, 0);
         put16(directory, 0);
         put16(directory, 0);

@@ -23,13 +23,6 @@ using namespace PackageTest;
 
 namespace {
 
-// The tool and the sample package lie in the build tree beside the module.
-const std::filesystem::path kBuild =
-    std::filesystem::path(CORVELLE_MODULE_PATH).parent_path().parent_path();
-const std::string kTool = (kBuild / "tools/corvelle").string();
-const std::string kSample = (kBuild / "examples/sample-project/sample.corvelle").string();
-const std::string kHost = (kBuild / "refhost/corvelle-host").string();
-
 struct ToolRun {
     int status;
     std::string out;

@@ -1,5 +1,5 @@
-// Golden documents: a model built in code gives exactly the hand-written project.xml, and the
-// media it names are staged once each into the tree.
+// Golden documents: a model built in code gives exactly the hand-written project.xml and
+// metadata.xml (what reaches the tree beside them is the staging tests' to check).
 #include "documentwriting.h"
 #include "goldenmodel.h"
 #include "writertestsupport.h"
@@ -12,27 +12,16 @@ namespace {
 
 const std::string kGolden = std::string(CORVELLE_TEST_DATA) + "/golden/";
 
-TEST(GoldenDocument, TheGoldenModelGivesTheGoldenProjectAndStagesEachFileOnce) {
+TEST(GoldenDocument, TheGoldenModelGivesTheGoldenProject) {
     ScratchFolder scratch;
     GoldenMedia media(scratch / "sources");
     auto project = buildGoldenProject(media);
-    const std::string tree = scratch / "tree";
     bool written = false;
-    const std::string document = writeProjectDocument(project.get(), tree, &written);
+    const std::string document = writeProjectDocument(project.get(), scratch / "tree", &written);
     EXPECT_TRUE(written);
     const std::string expected = readFile(kGolden + "project.xml");
     ASSERT_FALSE(expected.empty());
     EXPECT_TRUE(document == expected) << firstDifference(expected, document);
-
-    // One entry per leaf name; the first guitar.wav won, the missing one left no trace.
-    EXPECT_EQ(listTree(tree), (std::vector<std::string>{"audio/", "audio/guitar.wav", "plugins/",
-                                                        "plugins/reverb.quorpreset", "project.xml",
-                                                        "video/", "video/movie.mp4"}));
-    EXPECT_EQ(readFile(tree + "/audio/guitar.wav"), readFile(media.guitar));
-    EXPECT_EQ(readFile(tree + "/video/movie.mp4"), readFile(media.movie));
-    EXPECT_EQ(readFile(tree + "/plugins/reverb.quorpreset"), readFile(media.state));
-    EXPECT_EQ(readFile(media.guitarTwin), "RIFF second guitar, never packed")
-        << "the sources are only read";
 }
 
 TEST(GoldenDocument, MetadataIsTheSameSkeletonForAnyProject) {
