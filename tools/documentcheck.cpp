@@ -7,7 +7,6 @@
 #include <expat.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <cstdlib>
 #include <optional>
@@ -53,7 +52,6 @@ std::optional<double> strictReal(const std::string& text) {
         std::isspace(static_cast<unsigned char>(text.front())))
         return std::nullopt;
     char* end = nullptr;
-    errno = 0;
     const double value = std::strtod(text.c_str(), &end);
     if (end != text.c_str() + text.size())
         return std::nullopt;
