@@ -1,6 +1,7 @@
 // corvelle check over the packages this tree makes (clean) and over hostile ones (each class of
 // finding once, with its severity's exit code).
 #include "packagetestsupport.h"
+#include "toolpaths.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>

@@ -8,7 +8,6 @@
 #include "support/counted.h"
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -21,14 +20,6 @@ using TestSupport::listTree;
 using TestSupport::readFile;
 using TestSupport::ScratchFolder;
 using TestSupport::writeFile;
-
-// The tools and the sample package lie in the build tree beside the module.
-inline const std::filesystem::path kBuildTree =
-    std::filesystem::path(CORVELLE_MODULE_PATH).parent_path().parent_path();
-inline const std::string kTool = (kBuildTree / "tools/corvelle").string();
-inline const std::string kHost = (kBuildTree / "refhost/corvelle-host").string();
-inline const std::string kSample =
-    (kBuildTree / "examples/sample-project/sample.corvelle").string();
 
 // Points the system's temporary folder ($TMPDIR) at a private scratch folder while it lives, so
 // that a test can see what a read leaves behind.

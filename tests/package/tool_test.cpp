@@ -1,6 +1,7 @@
 // The corvelle tool on the sample package, run as a user would: output, exit codes, extraction.
 #include "corvelle/version.h"
 #include "packagetestsupport.h"
+#include "toolpaths.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
