@@ -23,6 +23,15 @@ using namespace Halvorn;
 // smaller single tokens.
 constexpr uint64_t kDocumentLimit = uint64_t(1) << 30;
 
+// The most the document may inflate to here: no more than the library's own bound for a
+// package of this size (100 times its size and 100 MiB), so that a small hostile package
+// can't make the check hold what the read refused to write.
+uint64_t documentLimit(const std::string& path) {
+    std::error_code error;
+    const uint64_t size = std::filesystem::file_size(path, error);
+    return error ? 0 : std::min(kDocumentLimit, size * 100 + (uint64_t(100) << 20));
+}
+
 struct CaseCode {
     int32 what;
     Severity severity;
@@ -136,7 +145,7 @@ int check(const std::string& path, bool json) {
         findings.push_back({Severity::kError, "unreadable", path, cause});
     }
     if (readArchiveEntries(path, entries) &&
-        readArchiveEntry(path, "project.xml", kDocumentLimit, document)) {
+        readArchiveEntry(path, "project.xml", documentLimit(path), document)) {
         checkArchive(entries, findings);
         DocumentCheck documentCheck = checkDocument(document);
         findings.insert(findings.end(), documentCheck.findings.begin(),
