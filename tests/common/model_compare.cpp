@@ -3,7 +3,6 @@
 #include "common/model_compare.h"
 
 #include "corvelle/mediadevice.h"
-#include "support/modelwalk.h"
 
 #include <algorithm>
 #include <sstream>
@@ -12,20 +11,6 @@ namespace ModelCompare {
 namespace {
 
 using namespace CorvelleSupport;
-
-std::string shown(const FieldValue& value) {
-    std::ostringstream out;
-    out.precision(17);
-    std::visit(
-        [&](const auto& item) {
-            if constexpr (std::is_same_v<std::decay_t<decltype(item)>, Named>)
-                out << item.value;
-            else
-                out << item;
-        },
-        value);
-    return out.str();
-}
 
 bool hasValue(const ModelNode& node, const char* name, int64_t value) {
     const FieldValue* field = node.field(name);
@@ -73,7 +58,7 @@ public:
             if (!other)
                 note(at, field.name + " missing in the second");
             else if (!(field.value == *other))
-                note(at, field.name + " " + shown(field.value) + " != " + shown(*other));
+                note(at, field.name + " " + valueText(field.value) + " != " + valueText(*other));
         }
         for (const Field& field : b.fields)
             if (!a.field(field.name))
@@ -107,6 +92,20 @@ private:
 };
 
 } // namespace
+
+std::string valueText(const FieldValue& value, int digits) {
+    std::ostringstream out;
+    out.precision(digits);
+    std::visit(
+        [&](const auto& item) {
+            if constexpr (std::is_same_v<std::decay_t<decltype(item)>, Named>)
+                out << item.value;
+            else
+                out << item;
+        },
+        value);
+    return out.str();
+}
 
 std::vector<std::string> differences(Halvorn::IMediaProject* a, Halvorn::IMediaProject* b,
                                      const Options& options) {

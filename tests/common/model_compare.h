@@ -6,6 +6,7 @@
 #pragma once
 
 #include "corvelle/mediaproject.h"
+#include "support/modelwalk.h"
 
 #include <cstdint>
 #include <string>
@@ -32,6 +33,10 @@ struct Options {
 // Every difference between the two models, one line each; empty when they are equal.
 std::vector<std::string> differences(Halvorn::IMediaProject* a, Halvorn::IMediaProject* b,
                                      const Options& options = {});
+
+// A field's value as the differences quote it: enumerations by number, flags as 1 or 0, numbers
+// with `digits` significant digits.
+std::string valueText(const CorvelleSupport::FieldValue& value, int digits = 17);
 
 // The differences as one text for a test's failure message.
 std::string describe(const std::vector<std::string>& differences);

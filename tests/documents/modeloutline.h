@@ -8,9 +8,10 @@
 namespace Halvorn {
 namespace DocumentTest {
 
-// Tracks with their channels, clips, events and automation, indented by nesting; then the
-// ids of the project's channel list, and in full those of its channels that no track holds.
-// Numbers are printed with 15 significant digits; a colour only when it is set.
+// Every node of the model walk with all its fields, indented by nesting; a track's channel
+// stands under its track, and the project's list names it by id only. Numbers are printed with
+// 15 significant digits, texts quoted, enumerations by number; a media file outside the
+// package is marked "external".
 std::string outline(IMediaProject* project);
 
 } // namespace DocumentTest
