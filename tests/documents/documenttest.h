@@ -31,32 +31,5 @@ inline std::string structure(const std::string& content) {
 
 inline std::string utf8(const char16* text) { return String(text).text8(); }
 
-// Id, name and colour of a model object, or of an object behind an interface.
-inline IMediaObject* objectFace(CvNode* node) { return node; }
-inline IPtr<IMediaObject> objectFace(FUnknown* object) {
-    return queryInterface<IMediaObject>(object);
-}
-
-template <class T> std::string idOf(T* object) {
-    auto face = objectFace(object);
-    return face ? utf8(face->getId()) : "<no object>";
-}
-
-template <class T> std::string nameOf(T* object) {
-    auto face = objectFace(object);
-    return face ? utf8(face->getName()) : "<no object>";
-}
-
-// The colour as "#rrggbbaa".
-template <class T> std::string colorOf(T* object) {
-    auto face = objectFace(object);
-    if (!face)
-        return "<no object>";
-    IMediaColor* color = face->getColor();
-    return CvColor(color->getRed(), color->getGreen(), color->getBlue(), color->getAlpha())
-        .toString()
-        .text8();
-}
-
 } // namespace DocumentTest
 } // namespace Halvorn

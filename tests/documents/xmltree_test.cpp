@@ -105,7 +105,7 @@ TEST(XmlTree, OneReaderReadsTwoDocumentsWithTheirOwnNames) {
         const auto project = IPtr<CvProject>::adopt(reader->readProject(&stream));
         ASSERT_TRUE(project);
         ASSERT_EQ(project->getTrackCount(), 2u);
-        EXPECT_EQ(DocumentTest::nameOf(project->getTrack(0)), "First");
+        EXPECT_EQ(DocumentTest::utf8(project->getAllTracks()[0]->getName()), "First");
         EXPECT_EQ(project->getTrack(0)->getClipCount(), 0u);
         EXPECT_EQ(project->getTrack(1)->getClipCount(), 1u);
     }
