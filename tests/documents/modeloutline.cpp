@@ -25,8 +25,9 @@ struct Writer {
         std::string text = node.kind;
         for (const CorvelleSupport::Field& field : node.fields) {
             const std::string value = ModelCompare::valueText(field.value, 15);
-            text += " " + field.name + "=" +
-                    (std::holds_alternative<std::string>(field.value) ? "\"" + value + "\"" : value);
+            text +=
+                " " + field.name + "=" +
+                (std::holds_alternative<std::string>(field.value) ? "\"" + value + "\"" : value);
         }
         // Whether a file lies outside the package is known to the model's own face only.
         IPtr<ICvFileAccessor> accessor = queryInterface<ICvFileAccessor>(node.object);

@@ -99,8 +99,8 @@ TEST(XmlTree, OneReaderReadsTwoDocumentsWithTheirOwnNames) {
     const std::string lanes = "<Arrangement><Lanes><Lanes track=\"b\"><Clips><Clip time=\"1\" "
                               "duration=\"2\"/></Clips></Lanes></Lanes></Arrangement>";
     IPtr<CvXmlReader> reader = newObject<CvXmlReader>();
-    for (const std::string& xml : {DocumentTest::project(tracks + lanes),
-                                   DocumentTest::project(lanes + tracks)}) {
+    for (const std::string& xml :
+         {DocumentTest::project(tracks + lanes), DocumentTest::project(lanes + tracks)}) {
         MemoryStream stream(const_cast<char*>(xml.data()), xml.size());
         const auto project = IPtr<CvProject>::adopt(reader->readProject(&stream));
         ASSERT_TRUE(project);

@@ -3,12 +3,12 @@
 
 #include "documents/cvxmlreader.h"
 #include "foundation/ffilesystem.h"
+#include "foundation/fuid.h"
 #include "model/cvproject.h"
 #include "support/utf.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 #include <type_traits>
 
@@ -31,16 +31,6 @@ static_assert(
     "every IMedia interface is a bare table of operations");
 
 using CorvelleSupport::toUtf8;
-
-std::string registryForm(const FUID& id) {
-    const uint8* b = id.bytes;
-    char text[37];
-    std::snprintf(text, sizeof text,
-                  "%02X%02X%02X%02X-%02X%02X-%02X%02X-%02X%02X-%02X%02X%02X%02X%02X%02X", b[3],
-                  b[2], b[1], b[0], b[5], b[4], b[7], b[6], b[8], b[9], b[10], b[11], b[12], b[13],
-                  b[14], b[15]);
-    return text;
-}
 
 // Calls the operation in table slot `slot` (FUnknown's three count first) of a face, the way a
 // caller compiled from an independent copy of the listed operation order would.
@@ -95,10 +85,10 @@ TEST(AbiWalk, IdentifiersMatchTheirRegistryForm) {
         {IMediaAutomation::iid, "A9D74D84-6BCE-43C4-9DDE-3F3BFBC410A5"},
         {IMediaAutomationPoint::iid, "1D79F25C-F14F-4092-9F11-390916B8A5B8"},
     };
-    EXPECT_EQ(registryForm(IMediaObject::iid).substr(0, 8), "D36B04AA");
-    EXPECT_EQ(IMediaObject::iid.bytes[0], 0xAA); // the first group is little-endian in memory
+    // The printed form reads the GUID byte layout, which the identifier tests pin.
     for (const Known& entry : known)
-        EXPECT_EQ(registryForm(entry.iid), entry.text);
+        EXPECT_EQ(printFuid(entry.iid, FuidForm::kRegistry).text8(),
+                  "{" + std::string(entry.text) + "}");
 }
 
 TEST(AbiWalk, OperationsSitInTheirListedSlots) {
