@@ -1,9 +1,7 @@
 // The document reader's frame: what stops it, Application and Transport, hostile documents.
 #include "documenttest.h"
 
-#include "foundation/ffilesystem.h"
-#include "foundation/fstream.h"
-#include "support/scratchfolder.h"
+#include "common/testfiles.h"
 
 #include <gtest/gtest.h>
 
@@ -187,16 +185,10 @@ TEST(XmlReader, HostileContentLeavesOutOnlyWhatItSpoils) {
 }
 
 TEST(XmlReader, ReadsFilesByPathAndNothingElse) {
-    CorvelleSupport::ScratchFolder scratch;
+    TestSupport::ScratchFolder scratch;
     const std::string& folder = scratch.path();
     const std::string file = scratch / "project.xml";
-    FUrl url(String(file.c_str()), false);
-    FStream* stream = gFNFileSystem->createStream(url, FStream::kWrite);
-    ASSERT_TRUE(stream);
-    std::string xml = project("<Application name=\"OnDisk\"/>");
-    EXPECT_EQ(stream->write(xml.data(), static_cast<int32>(xml.size())),
-              static_cast<int32>(xml.size()));
-    gFNFileSystem->closeStream(stream);
+    TestSupport::writeFile(file, project("<Application name=\"OnDisk\"/>"));
 
     IPtr<CvXmlReader> reader = newObject<CvXmlReader>();
     IPtr<CvProject> project = IPtr<CvProject>::adopt(reader->readProject(String(file.c_str())));
