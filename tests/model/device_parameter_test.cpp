@@ -85,10 +85,9 @@ TEST(DeviceParameter, DeviceDefaultsStateFileAndFaces) {
 
     auto accessor = queryInterface<ICvFileAccessor>(face);
     ASSERT_TRUE(accessor);
+    // A path set is in the document outlines; the file stays a preset, and null empties it.
     accessor->setFile(u"/abs/b.quorpreset", true);
     EXPECT_EQ(accessor->getFile()->getType(), kCvFilePreset);
-    EXPECT_TRUE(accessor->getFile()->isExternal());
-    EXPECT_EQ(utf8(face->getStatePath()), "/abs/b.quorpreset");
     accessor->setFile(nullptr, false);
     EXPECT_EQ(utf8(face->getStatePath()), "");
 
@@ -126,10 +125,7 @@ TEST(DeviceParameter, EqualizerBandsAndGains) {
     ASSERT_NE(face->getOutputGain(), nullptr);
     EXPECT_EQ(face->getOutputGain()->getParameterId(), 1u);
     ASSERT_EQ(face->getBandCount(), 1u);
-    IMediaEqualizerBand* bandFace = face->getBand(0);
-    EXPECT_EQ(bandFace->getBandType(), kBandBell);
-    EXPECT_EQ(bandFace->getOrder(), 2u);
-    EXPECT_TRUE(bandFace->getParameters()->hasParameterName(kParamEqualizerBandFrequency));
+    EXPECT_TRUE(face->getBand(0)->getParameters()->hasParameterName(kParamEqualizerBandFrequency));
 
     // The exporter's way from a device face to the class behind it.
     IMediaDevice* asDevice = eq.get();
