@@ -1,40 +1,26 @@
 // Scratch folder and checks of the fuzz targets.
 #include "fuzzsupport.h"
 
+#include "support/scratchfolder.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <dirent.h>
-#include <ftw.h>
+#include <filesystem>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace CorvelleFuzz {
 
-namespace {
-
-std::string makeScratchFolder() {
-    const char* base = std::getenv("TMPDIR");
-    std::string pattern = std::string(base && *base ? base : "/tmp") + "/corvelle-fuzz-XXXXXX";
-    if (!mkdtemp(pattern.data()))
-        std::abort();
-    const std::string temp = pattern + "/temp";
-    if (mkdir(temp.c_str(), 0700) != 0)
-        std::abort();
-    setenv("TMPDIR", temp.c_str(), 1);
-    return pattern;
-}
-
-// Gone when the fuzzer ends normally (time or run limit); a crash leaves it for inspection.
-void removeScratchFolder() { removeTree(scratchFolder()); }
-
-} // namespace
-
 const std::string& scratchFolder() {
-    static const std::string folder = makeScratchFolder();
-    // Registered after the folder's own destructor, so it runs before that.
-    static const bool removedAtExit = std::atexit(removeScratchFolder) == 0;
-    (void)removedAtExit;
-    return folder;
+    // Gone when the fuzzer ends normally (time or run limit); a crash leaves it for inspection.
+    static const CorvelleSupport::ScratchFolder folder;
+    static const bool temporaryInside = [] {
+        const std::string temp = folder / "temp";
+        return mkdir(temp.c_str(), 0700) == 0 && setenv("TMPDIR", temp.c_str(), 1) == 0;
+    }();
+    if (!temporaryInside)
+        std::abort();
+    return folder.path();
 }
 
 bool writeInput(const uint8_t* data, size_t size, const std::string& name) {
@@ -59,10 +45,8 @@ size_t countEntries(const std::string& folder) {
 }
 
 void removeTree(const std::string& folder) {
-    nftw(
-        folder.c_str(),
-        [](const char* path, const struct stat*, int, struct FTW*) { return std::remove(path); },
-        16, FTW_DEPTH | FTW_PHYS);
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored); // removes links, never follows them
 }
 
 } // namespace CorvelleFuzz

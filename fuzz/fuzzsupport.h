@@ -1,4 +1,4 @@
-// What both fuzz targets share: a private scratch folder and the checks made after each input.
+// What the fuzz targets share: a private scratch folder and the checks made after each input.
 #pragma once
 
 #include <cstddef>
