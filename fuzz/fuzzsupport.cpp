@@ -5,7 +5,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-#include <dirent.h>
 #include <filesystem>
 #include <sys/stat.h>
 
@@ -32,16 +31,9 @@ bool writeInput(const uint8_t* data, size_t size, const std::string& name) {
 }
 
 size_t countEntries(const std::string& folder) {
-    DIR* dir = opendir(folder.c_str());
-    if (!dir)
-        return 0;
-    size_t count = 0;
-    while (const dirent* entry = readdir(dir)) {
-        const std::string name = entry->d_name;
-        count += name != "." && name != ".." ? 1 : 0;
-    }
-    closedir(dir);
-    return count;
+    std::error_code ignored;
+    const std::filesystem::directory_iterator entries(folder, ignored);
+    return ignored ? 0 : size_t(std::distance(entries, std::filesystem::directory_iterator()));
 }
 
 void removeTree(const std::string& folder) {

@@ -24,11 +24,6 @@ inline std::string project(const std::string& content) {
            "</Project>";
 }
 
-// A document whose Structure holds the given content.
-inline std::string structure(const std::string& content) {
-    return project("<Structure>" + content + "</Structure>");
-}
-
 inline std::string utf8(const char16* text) { return String(text).text8(); }
 
 } // namespace DocumentTest

@@ -132,7 +132,7 @@ TEST(XmlReader, DeepDocumentsAreMalformedWithinBoundedStack) {
         tracks += "<Track contentType=\"tracks\" id=\"t" + std::to_string(i) + "\">";
     for (int i = 0; i < levels; ++i)
         tracks += "</Track>";
-    IPtr<CvProject> deep = read(structure(tracks));
+    IPtr<CvProject> deep = read(project("<Structure>" + tracks + "</Structure>"));
     ASSERT_TRUE(deep);
     EXPECT_EQ(deep->getAllTracks().total(), levels);
     EXPECT_TRUE(deep->findTrack(String(("t" + std::to_string(levels - 1)).c_str())));
