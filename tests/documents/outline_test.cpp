@@ -1,7 +1,7 @@
 // Whole documents of every element family, read and compared with their expected outlines.
 //
 // Each tests/data/documents/NAME.xml says in its comments what it checks; NAME.txt is the
-// model it must give, written by hand from the format's rules.
+// model it must give by the format's rules, every node with all its fields.
 #include "documenttest.h"
 #include "modeloutline.h"
 
