@@ -5,7 +5,6 @@
 #include "hostexport/cvexportparameter.h"
 
 #include <cmath>
-#include <new>
 
 namespace Halvorn {
 

@@ -4,7 +4,6 @@
 #include "foundation/ffilesystem.h"
 #include "foundation/fuid.h"
 
-#include <new>
 
 namespace Halvorn {
 

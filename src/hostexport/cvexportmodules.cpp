@@ -4,7 +4,6 @@
 
 #include "hostexport/cvexportparameter.h"
 
-#include <new>
 
 namespace Halvorn {
 

@@ -2,7 +2,6 @@
 #include "hostexport/cvexportparameter.h"
 
 #include <cstdlib>
-#include <new>
 #include <string>
 
 namespace Halvorn {

@@ -1,7 +1,6 @@
 // CvHostProjectExporter: the tempo, signature, marker and folder tracks.
 #include "hostexport/cvhostprojectexporter.h"
 
-#include <new>
 
 namespace Halvorn {
 

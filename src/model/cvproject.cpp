@@ -98,14 +98,10 @@ TArray<ICvFileAccessor*> CvProject::getFileAccessors() const {
     // that no track reached.
     TArray<CvChannel*> channels(-1);
     CvPointerIndex<CvChannel> reached;
-    auto isReached = [&](CvChannel* channel, uint64 hash) {
-        return reached.find(hash, [&](const CvChannel* seen) { return seen == channel; });
-    };
     TArray<ICvFileAccessor*> result(-1);
     for (CvTrack* track : getAllTracks()) {
         if (CvChannel* channel = track->getChannel()) {
-            const uint64 hash = hashPointer(channel);
-            if (!isReached(channel, hash) && !reached.insert(channel, hash))
+            if (!reached.holds(channel) && !reached.insert(channel))
                 throw std::bad_alloc();
             channels.add(channel);
         }
@@ -115,7 +111,7 @@ TArray<ICvFileAccessor*> CvProject::getFileAccessors() const {
             collectMedia(*clip, result);
     }
     for (const IPtr<CvChannel>& channel : channels_.elements())
-        if (!isReached(channel.get(), hashPointer(channel.get())))
+        if (!reached.holds(channel.get()))
             channels.add(channel.get());
     for (CvChannel* channel : channels)
         for (CvDevice* device : channel->getDevices())

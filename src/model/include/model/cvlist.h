@@ -29,7 +29,7 @@ public:
         if (!object || holds(object) || !elements_.add(IPtr<T>(object)))
             return;
         object->listTag_ = object->listTag_ == kInNoList ? tag_ : kInSeveralLists;
-        if (objects_ && !objects_->insert(object, hashPointer(object)))
+        if (objects_ && !objects_->insert(object))
             objects_.reset(); // out of memory: searched element by element until rebuilt
         if (findsById_)
             indexId(object);
@@ -65,11 +65,10 @@ private:
     // objects new to it never pays for one.
     bool search(const T* object) {
         if (!objects_ && elements_.total() >= kIndexedFrom)
-            objects_ = buildIndex<CvPointerIndex<T>>([](CvPointerIndex<T>& index, T* element) {
-                return index.insert(element, hashPointer(element));
-            });
+            objects_ = buildIndex<CvPointerIndex<T>>(
+                [](CvPointerIndex<T>& index, T* element) { return index.insert(element); });
         if (objects_)
-            return objects_->find(hashPointer(object), [&](const T* held) { return held == object; });
+            return objects_->holds(object);
         for (const IPtr<T>& element : elements_) {
             ++listComparisons();
             if (element.get() == object)

@@ -3,12 +3,12 @@
 #pragma once
 
 #include "foundation/fstring.h"
+#include "foundation/tarray.h"
 #include "model/cvnode.h"
 
 #include <cstdint>
 #include <memory>
 #include <new>
-#include <type_traits>
 
 namespace Halvorn {
 
@@ -29,58 +29,44 @@ inline uint64 hashPointer(const void* pointer) {
     return (uint64(reinterpret_cast<uintptr_t>(pointer)) >> 4) * 0x9E3779B97F4A7C15ull;
 }
 
-// Open addressing over borrowed element pointers, each with its hash. Holds no references and
-// never removes: the model's lists only grow. A failed growth (memory) gives false and leaves
-// the index as it was. An index whose hash is the element's address keeps no hash beside the
-// pointer (keepsHash false): half the memory, and half the cache lines a search touches.
-template <class T, bool keepsHash = true> class CvHashIndex {
+// Open addressing over slots that each name one element. A Slot is empty when default-made;
+// otherwise hash() gives the bits that placed it and mayHold(hash) rules a slot out cheaply
+// before the caller looks at the element. Holds no references and never removes: the model's
+// lists only grow. A failed growth (memory) gives false and leaves the table as it was.
+template <class Slot> class CvSlotTable {
 public:
-    // The element of this hash for which matches is true, or null.
-    template <class Matches> T* find(uint64 hash, Matches matches) const {
+    // The first slot under this hash for which matches is true, or null.
+    template <class Matches> const Slot* find(uint64 hash, Matches matches) const {
         if (!slots_)
             return nullptr;
         for (uint64 i = hash & mask_;; i = (i + 1) & mask_) {
             const Slot& slot = slots_[i];
-            if (!slot.element)
+            if (slot.empty())
                 return nullptr;
             ++listComparisons();
-            if (slot.hash() == hash && matches(slot.element))
-                return slot.element;
+            if (slot.mayHold(hash) && matches(slot))
+                return &slot;
         }
     }
 
     // Adds without a test: the caller knows the element isn't there yet.
-    [[nodiscard]] bool insert(T* element, uint64 hash) {
+    [[nodiscard]] bool insert(const Slot& slot) {
         // Kept at most half full, so that a probe ends after a few slots.
         if ((count_ + 1) * 2 > capacity() && !grow())
             return false;
-        place(Slot(element, hash));
+        place(slot);
         ++count_;
         return true;
     }
 
 private:
-    struct HashedSlot {
-        HashedSlot() = default;
-        HashedSlot(T* element, uint64 hash) : element(element), hashValue(hash) {}
-        uint64 hash() const { return hashValue; }
-        T* element = nullptr;
-        uint64 hashValue = 0;
-    };
-    struct AddressSlot {
-        AddressSlot() = default;
-        AddressSlot(T* element, uint64) : element(element) {}
-        uint64 hash() const { return hashPointer(element); }
-        T* element = nullptr;
-    };
-    using Slot = std::conditional_t<keepsHash, HashedSlot, AddressSlot>;
     static constexpr uint64 kFirstCapacity = 32;
 
     uint64 capacity() const { return slots_ ? mask_ + 1 : 0; }
 
     void place(const Slot& slot) {
         uint64 i = slot.hash() & mask_;
-        while (slots_[i].element)
+        while (!slots_[i].empty())
             i = (i + 1) & mask_;
         slots_[i] = slot;
     }
@@ -94,7 +80,7 @@ private:
         old.swap(slots_);
         mask_ = newCapacity - 1;
         for (uint64 i = 0; i < oldCapacity; ++i)
-            if (old[i].element)
+            if (!old[i].empty())
                 place(old[i]);
         return true;
     }
@@ -104,18 +90,47 @@ private:
     uint64 count_ = 0;
 };
 
-// The objects of a list, found by address.
-template <class T> using CvPointerIndex = CvHashIndex<T, false>;
+// A set of objects, found by address. The hash is the address's, so a slot is the pointer alone.
+template <class T> class CvPointerIndex {
+public:
+    bool holds(const T* element) const {
+        return table_.find(hashPointer(element),
+                           [&](const Slot& slot) { return slot.element == element; });
+    }
+
+    // Adds without a test: the caller knows the element isn't there yet.
+    [[nodiscard]] bool insert(const T* element) { return table_.insert(Slot{element}); }
+
+private:
+    struct Slot {
+        bool empty() const { return !element; }
+        uint64 hash() const { return hashPointer(element); }
+        bool mayHold(uint64) const { return true; }
+        const T* element = nullptr;
+    };
+    CvSlotTable<Slot> table_;
+};
 
 // The first element added for each id, T being a CvNode class. Ids never change once given,
 // so the index stays true as long as every element that the list gains is added here too.
+// A slot is half a pointer pair: 32 bits of the id's hash and the element's place in an array
+// of the indexed elements, so that the slots of a large list stay within the processor's
+// caches twice as long as slots holding a pointer and a whole hash would.
 template <class T> class CvIdIndex {
 public:
     // Keeps the element unless one with the same id came first; false when memory ran out.
     [[nodiscard]] bool add(T* element) {
         const String& id = idOf(element);
         const uint64 hash = hashText(id);
-        return find(id, hash) || index_.insert(element, hash);
+        if (find(id, hash))
+            return true;
+        const int32 place = elements_.total();
+        if (place == kMaxPlaces || !elements_.add(element))
+            return false;
+        if (table_.insert(Slot{uint32(hash), uint32(place) + 1}))
+            return true;
+        elements_.removeAt(place);
+        return false;
     }
 
     T* find(const String& id) const { return find(id, hashText(id)); }
@@ -125,11 +140,27 @@ public:
     }
 
 private:
+    struct Slot {
+        bool empty() const { return number == 0; }
+        uint64 hash() const { return hashBits; }
+        bool mayHold(uint64 hash) const { return uint32(hash) == hashBits; }
+        uint32 hashBits = 0;
+        uint32 number = 0; // the element's place plus one; zero in an empty slot
+    };
+    // Kept half full, a table of this many elements has at most 2^31 slots, so the 32 hash bits
+    // a slot keeps place it exactly where the whole hash would.
+    static constexpr int32 kMaxPlaces = 1 << 30;
+
     T* find(const String& id, uint64 hash) const {
-        return index_.find(hash, [&](const T* element) { return idOf(element) == id; });
+        const Slot* slot = table_.find(hash, [&](const Slot& candidate) {
+            return idOf(elements_.at(int32(candidate.number - 1))) == id;
+        });
+        return slot ? elements_.at(int32(slot->number - 1)) : nullptr;
     }
 
-    CvHashIndex<T> index_;
+    // Doubling, so that a long list grows in linear time.
+    TArray<T*> elements_{-1};
+    CvSlotTable<Slot> table_;
 };
 
 } // namespace Halvorn
