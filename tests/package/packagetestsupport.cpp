@@ -7,6 +7,7 @@
 #include <zlib.h>
 
 #include <cstdlib>
+#include <random>
 
 namespace PackageTest {
 
@@ -178,6 +179,27 @@ std::string deflatedZeros(uint64_t size) {
     }
     deflateEnd(&stream);
     return out;
+}
+
+std::string noise(size_t size) {
+    std::mt19937 random(11);
+    std::string bytes(size, '\0');
+    for (char& byte : bytes)
+        byte = static_cast<char>(random());
+    return bytes;
+}
+
+std::string audioClip(const std::string& path, bool external) {
+    return "<Clip time=\"0\" duration=\"1\"><Audio sampleRate=\"44100\" channels=\"1\" "
+           "duration=\"1\"><File path=\"" +
+           path + "\" external=\"" + (external ? "true" : "false") + "\"/></Audio></Clip>";
+}
+
+std::string documentWith(const std::string& clips) {
+    return "<Project version=\"1.0\"><Application name=\"A\" version=\"1\"/>"
+           "<Structure><Track contentType=\"audio\" id=\"t1\" name=\"T\"/></Structure>"
+           "<Arrangement><Lanes timeUnit=\"seconds\"><Lanes track=\"t1\"><Clips>" +
+           clips + "</Clips></Lanes></Lanes></Arrangement></Project>";
 }
 
 ReportingClient::ReportingClient(const std::string& base) {

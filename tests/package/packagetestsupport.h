@@ -65,6 +65,14 @@ std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form = ZipFor
 // Raw deflate of size zero bytes, made in pieces so that no buffer of that size is needed.
 std::string deflatedZeros(uint64_t size);
 
+// Bytes that don't compress, the same for the same size.
+std::string noise(size_t size);
+
+// A document of one audio track, id t1, holding the given clips; audioClip makes a clip whose
+// one event refers to path.
+std::string audioClip(const std::string& path, bool external = false);
+std::string documentWith(const std::string& clips);
+
 // A client that puts each file type into a folder below base (or wants none when base is
 // empty) and keeps what the read reports.
 class ReportingClient : public Halvorn::Support::Counted<Halvorn::IMediaPackageManagerClient,

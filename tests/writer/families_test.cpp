@@ -14,6 +14,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 using namespace Halvorn;
 using namespace WriterTest;
 
@@ -80,6 +82,17 @@ TEST(ProjectFamily, AStreamThatFailsHalfwayMakesTheWriteFalse) {
         EXPECT_FALSE(written);
         EXPECT_LE(readFile(path).size(), 100u);
         EXPECT_EQ(readFile(path).rfind("<?xml", 0), 0u);
+    }
+}
+
+TEST(ProjectFamily, ANonFiniteNumberIsWrittenAsZero) {
+    for (double odd : {INFINITY, -INFINITY, NAN}) {
+        auto project = newObject<CvProject>("App", "1");
+        auto tempo = newObject<CvParameter>(kUnitBpm, String());
+        tempo->setValue(odd);
+        project->setTempo(tempo.get());
+        Written out(project.get());
+        EXPECT_TRUE(contains(out.document, "<Tempo unit=\"bpm\" value=\"0\" />")) << out.document;
     }
 }
 

@@ -1,4 +1,4 @@
-// The package container: entry names and order, determinism, and what a failed write
+// The package container: entry names and order, determinism, and what a failed or killed write
 // leaves behind (nothing of its own, and everything that was there before).
 #include "documentwriting.h"
 #include "goldenmodel.h"
@@ -7,13 +7,13 @@
 #include "package/package_writer.h"
 #include "writertestsupport.h"
 
-#include "model/cvevent.h"
-#include "model/cvtrack.h"
-
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
 #include <random>
+#include <sys/file.h>
 #include <thread>
+#include <unistd.h>
 
 using namespace Halvorn;
 using namespace WriterTest;
@@ -53,30 +53,9 @@ TEST(PackageContainer, EntriesComeSorted) {
     EXPECT_TRUE(readFile(unpacked + "/project.xml") == readFile(kGolden + "project.xml"));
     EXPECT_EQ(readFile(unpacked + "/metadata.xml"), readFile(kGolden + "metadata.xml"));
     EXPECT_EQ(readFile(unpacked + "/audio/guitar.wav"), readFile(media.guitar));
-    // Only the package is left beside it: the tree and the temporary archive are gone.
-    EXPECT_EQ(listTree(scratch / "out"), (std::vector<std::string>{".keep", "song.corvelle"}));
 }
 
-TEST(PackageContainer, BadArgumentsAndTargetsGiveFalseAndMakeNothing) {
-    ScratchFolder scratch;
-    GoldenMedia media(scratch / "sources");
-    auto package = packageOf(buildGoldenProject(media).get());
-    const auto before = listTree(scratch.path());
-    EXPECT_FALSE(write(nullptr, scratch / "a.corvelle"));
-    EXPECT_FALSE(writeProjectPackage(package.get(), nullptr).ok());
-    EXPECT_FALSE(write(package.get(), scratch / "missing/a.corvelle"));
-    EXPECT_FALSE(write(package.get(), scratch / "sources/"));
-    EXPECT_EQ(listTree(scratch.path()), before);
-    // A folder where nothing may be made, not even by the superuser.
-    EXPECT_FALSE(write(package.get(), "/proc/corvelle-test.corvelle"));
-
-    // A package without a project writes no document, and so no archive.
-    auto empty = packageOf(nullptr);
-    EXPECT_FALSE(write(empty.get(), scratch / "a.corvelle"));
-    EXPECT_EQ(listTree(scratch.path()), before);
-}
-
-TEST(PackageContainer, AFailedWriteLeavesTheTargetAndForeignFoldersAlone) {
+TEST(PackageContainer, AFailedWriteMakesNothingAndLeavesTheTargetAndForeignFoldersAlone) {
     ScratchFolder scratch;
     GoldenMedia media(scratch / "sources");
     auto package = packageOf(buildGoldenProject(media).get());
@@ -85,23 +64,27 @@ TEST(PackageContainer, AFailedWriteLeavesTheTargetAndForeignFoldersAlone) {
     // A folder of the tree's name that the write didn't make is the user's.
     writeFile(scratch / "out/corvtmp/keep.txt", "the user's own file");
     writeFile(scratch / "out/corvtmp-01/keep.txt", "another");
-
-    auto empty = packageOf(nullptr);
-    EXPECT_FALSE(write(empty.get(), target));
-    EXPECT_EQ(readFile(target), "the user's earlier package");
     // A folder at the target can't be replaced by the archive.
     writeFile(scratch / "out/folder.corvelle/inside", "x");
+    const auto before = listTree(scratch.path());
+
+    EXPECT_FALSE(write(nullptr, target));
+    EXPECT_FALSE(writeProjectPackage(package.get(), nullptr).ok());
+    EXPECT_FALSE(write(package.get(), scratch / "missing/a.corvelle"));
+    EXPECT_FALSE(write(package.get(), scratch / "sources/"));
     EXPECT_FALSE(write(package.get(), scratch / "out/folder.corvelle"));
-    EXPECT_EQ(readFile(scratch / "out/folder.corvelle/inside"), "x");
+    // A package without a project writes no document, and so no archive.
+    EXPECT_FALSE(write(packageOf(nullptr).get(), target));
+    EXPECT_EQ(listTree(scratch.path()), before);
+    EXPECT_EQ(readFile(target), "the user's earlier package");
+    // A folder where nothing may be made, not even by the superuser.
+    EXPECT_FALSE(write(package.get(), "/proc/corvelle-test.corvelle"));
 
     ASSERT_TRUE(write(package.get(), target));
     EXPECT_NE(readFile(target), "the user's earlier package");
     for (const ZipEntry& entry : readCentralDirectory(readFile(target)))
         EXPECT_EQ(entry.name.find("keep"), std::string::npos) << entry.name;
-    EXPECT_EQ(listTree(scratch / "out"),
-              (std::vector<std::string>{"corvtmp-01/", "corvtmp-01/keep.txt", "corvtmp/",
-                                        "corvtmp/keep.txt", "folder.corvelle/",
-                                        "folder.corvelle/inside", "song.corvelle"}));
+    EXPECT_EQ(listTree(scratch.path()), before);
     EXPECT_EQ(readFile(scratch / "out/corvtmp/keep.txt"), "the user's own file");
 }
 
@@ -129,46 +112,63 @@ TEST(PackageContainer, TwoWritesIntoOneFolderAtOnceEachGetATreeOfTheirOwn) {
     EXPECT_TRUE(bytes == readFile(scratch / "three.corvelle"));
 }
 
-// Two media files of incompressible bytes: each fits below the file size limit of the test,
-// the archive of both doesn't.
-IPtr<CvProject> projectWithTwoTakes(const ScratchFolder& scratch) {
+std::string noise(size_t size) {
     std::mt19937 random(7);
-    auto project = newObject<CvProject>("App", "1");
-    auto track = newObject<CvTrack>(kContentAudio, "t");
-    auto clip = newObject<CvClip>(kEventAudio, String());
-    for (const char* name : {"one.wav", "two.wav"}) {
-        std::string bytes(30000, '\0');
-        for (char& byte : bytes)
-            byte = static_cast<char>(random());
-        writeFile(scratch / name, bytes);
-        auto event = newObject<CvAudioEvent>(String());
-        event->setFile(utf16(scratch / name).c_str(), false);
-        clip->addEvent(event.get());
-    }
-    track->addClip(clip.get());
-    project->addTrack(track.get());
-    return project;
+    std::string bytes(size, '\0');
+    for (char& byte : bytes)
+        byte = static_cast<char>(random());
+    return bytes;
 }
 
-TEST(PackageContainer, AnArchiveThatCantBeWrittenWholeNeverReplacesTheTarget) {
-    ScratchFolder scratch;
-    auto package = packageOf(projectWithTwoTakes(scratch).get());
-    const std::string target = scratch / "out/song.corvelle";
-    writeFile(target, "the user's earlier package");
-
-    bool written = true;
-    {
-        FileSizeLimit limit(40000);
-        ASSERT_TRUE(limit.active());
-        written = write(package.get(), target);
+// Against the file size limit of the test: a take that can't be copied whole (and would pack
+// small if the copy's failure went unseen), and two incompressible ones that each fit but
+// whose archive doesn't.
+TEST(PackageContainer, AWriteThatCantBeFinishedNeverReplacesTheTarget) {
+    for (const std::vector<std::string>& contents :
+         {std::vector<std::string>{std::string(60000, 't')}, {noise(30000), noise(30000)}}) {
+        ScratchFolder scratch;
+        std::vector<std::string> takes;
+        for (const std::string& bytes : contents) {
+            takes.push_back(scratch / ("take" + std::to_string(takes.size()) + ".wav"));
+            writeFile(takes.back(), bytes);
+        }
+        auto package = packageOf(projectOf(takes).get());
+        const std::string target = scratch / "out/song.corvelle";
+        writeFile(target, "the user's earlier package");
+        bool written = true;
+        {
+            FileSizeLimit limit(40000);
+            ASSERT_TRUE(limit.active());
+            written = write(package.get(), target);
+        }
+        EXPECT_FALSE(written) << contents.size();
+        EXPECT_TRUE(readFile(target) == "the user's earlier package");
+        EXPECT_EQ(listTree(scratch / "out"), (std::vector<std::string>{"song.corvelle"}));
+        // Without the limit the same package goes through.
+        ASSERT_TRUE(write(package.get(), target));
+        EXPECT_EQ(readCentralDirectory(readFile(target)).size(), 2u + contents.size());
     }
+}
 
-    EXPECT_FALSE(written);
-    EXPECT_TRUE(readFile(target) == "the user's earlier package");
-    EXPECT_EQ(listTree(scratch / "out"), (std::vector<std::string>{"song.corvelle"}));
-    // Without the limit the same package goes through.
-    ASSERT_TRUE(write(package.get(), target));
-    EXPECT_EQ(readCentralDirectory(readFile(target)).size(), 4u);
+TEST(PackageContainer, AWriteClearsOnlyThePartialFilesThatKilledWritesLeft) {
+    ScratchFolder scratch;
+    writeFile(scratch / "take.wav", "take");
+    auto package = packageOf(projectOf({scratch / "take.wav"}).get());
+    const std::string out = scratch / "out";
+    writeFile(out + "/.song.corvelle.part", "left by a kill");
+    writeFile(out + "/.song.corvelle.part-02", "left by another kill");
+    writeFile(out + "/.song.corvelle.part-01", "a write still running");
+    writeFile(out + "/.song.corvelle.partial", "the user's");
+    writeFile(out + "/.other.corvelle.part", "another target's");
+    const int running = open((out + "/.song.corvelle.part-01").c_str(), O_RDONLY);
+    ASSERT_GE(running, 0);
+    ASSERT_EQ(flock(running, LOCK_EX), 0);
+
+    EXPECT_TRUE(write(package.get(), out + "/song.corvelle"));
+    close(running);
+    EXPECT_EQ(listTree(out),
+              (std::vector<std::string>{".other.corvelle.part", ".song.corvelle.part-01",
+                                        ".song.corvelle.partial", "song.corvelle"}));
 }
 
 } // namespace
