@@ -6,7 +6,9 @@
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <random>
 
 namespace PackageTest {
@@ -182,10 +184,9 @@ std::string deflatedZeros(uint64_t size) {
 }
 
 std::string noise(size_t size) {
-    std::mt19937 random(11);
+    std::independent_bits_engine<std::mt19937, 8, unsigned> random(11);
     std::string bytes(size, '\0');
-    for (char& byte : bytes)
-        byte = static_cast<char>(random());
+    std::generate(bytes.begin(), bytes.end(), std::ref(random));
     return bytes;
 }
 

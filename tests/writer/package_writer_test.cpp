@@ -9,7 +9,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fcntl.h>
+#include <functional>
 #include <random>
 #include <sys/file.h>
 #include <thread>
@@ -112,20 +114,15 @@ TEST(PackageContainer, TwoWritesIntoOneFolderAtOnceEachGetATreeOfTheirOwn) {
     EXPECT_TRUE(bytes == readFile(scratch / "three.corvelle"));
 }
 
-std::string noise(size_t size) {
-    std::mt19937 random(7);
-    std::string bytes(size, '\0');
-    for (char& byte : bytes)
-        byte = static_cast<char>(random());
-    return bytes;
-}
-
 // Against the file size limit of the test: a take that can't be copied whole (and would pack
 // small if the copy's failure went unseen), and two incompressible ones that each fit but
 // whose archive doesn't.
 TEST(PackageContainer, AWriteThatCantBeFinishedNeverReplacesTheTarget) {
+    std::independent_bits_engine<std::mt19937, 8, unsigned> random(7);
+    std::string noise(30000, '\0');
+    std::generate(noise.begin(), noise.end(), std::ref(random));
     for (const std::vector<std::string>& contents :
-         {std::vector<std::string>{std::string(60000, 't')}, {noise(30000), noise(30000)}}) {
+         {std::vector<std::string>{std::string(60000, 't')}, {noise, noise}}) {
         ScratchFolder scratch;
         std::vector<std::string> takes;
         for (const std::string& bytes : contents) {
