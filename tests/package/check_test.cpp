@@ -1,6 +1,5 @@
 // corvelle check over the packages this tree makes (clean) and over hostile ones (each class of
 // finding once, with its severity's exit code).
-#include "packagetestsupport.h"
 #include "toolpaths.h"
 
 #include <gtest/gtest.h>
@@ -11,18 +10,6 @@
 using namespace PackageTest;
 
 namespace {
-
-struct CheckRun {
-    int status;
-    nlohmann::json findings;
-};
-
-CheckRun check(const std::string& package) {
-    int status = -1;
-    const std::string out = TestSupport::runCommand(
-        "'" + kTool + "' check --json '" + package + "' 2>/dev/null", status);
-    return {status, nlohmann::json::parse(out)["findings"]};
-}
 
 std::set<std::string> codes(const nlohmann::json& findings) {
     std::set<std::string> found;
@@ -45,26 +32,26 @@ const std::string kAudio = "<Track contentType=\"audio\" id=\"t\"/>";
 
 } // namespace
 
-class Check : public ::testing::Test {
+class Check : public ToolTest {
 protected:
-    void SetUp() override {
-        if (!exists(kTool) || !exists(kHost))
-            GTEST_SKIP() << "the corvelle tool and the reference host are not built";
+    struct Findings {
+        int status;
+        nlohmann::json findings;
+    };
+    Findings check(const std::string& package) const {
+        const ToolRun run = runTool("check --json '" + package + "'");
+        return {run.status, nlohmann::json::parse(run.out)["findings"]};
     }
-    PrivateTempFolder temp;
-    ScratchFolder scratch;
 };
 
 TEST_F(Check, PackagesThisTreeWritesAreClean) {
-    int status = -1;
     const std::string fresh = scratch / "new.corvelle", exported = scratch / "session.corvelle";
-    TestSupport::runCommand("'" + kTool + "' new '" + fresh + "'", status);
-    ASSERT_EQ(status, 0);
-    TestSupport::runCommand("'" + kHost + "' export '" +
-                                (kBuildTree / "examples/session/session.json").string() + "' '" +
-                                exported + "' --module '" + CORVELLE_MODULE_PATH + "' 2>/dev/null",
-                            status);
-    ASSERT_EQ(status, 0);
+    ASSERT_EQ(runTool("new '" + fresh + "'").status, 0);
+    ASSERT_EQ(runTool("export '" + (kBuildTree / "examples/session/session.json").string() + "' '" +
+                          exported + "' --module '" + CORVELLE_MODULE_PATH + "'",
+                      "", kHost)
+                  .status,
+              0);
     // The writer's golden document holds every element the writer writes.
     const std::string golden = scratch / "golden.corvelle";
     writeFile(golden, buildZip({{"project.xml",
@@ -73,7 +60,7 @@ TEST_F(Check, PackagesThisTreeWritesAreClean) {
                                 {"video/movie.mp4", "mp4"},
                                 {"plugins/reverb.quorpreset", "state"}}));
     for (const std::string& package : {kSample, fresh, exported, golden}) {
-        const CheckRun run = check(package);
+        const Findings run = check(package);
         EXPECT_EQ(run.status, 0) << package;
         EXPECT_EQ(run.findings, nlohmann::json::array()) << package << run.findings.dump(1);
     }
@@ -124,7 +111,7 @@ TEST_F(Check, EachClassOfFindingHasItsCodeAndExitStatus) {
         std::vector<RawEntry> entries = {{"project.xml", c.xml}};
         entries.insert(entries.end(), c.more.begin(), c.more.end());
         writeFile(package, buildZip(entries));
-        const CheckRun run = check(package);
+        const Findings run = check(package);
         EXPECT_EQ(codes(run.findings).count(c.code), 1u) << c.code << run.findings.dump(1);
         EXPECT_EQ(run.status, c.error ? 1 : 3) << c.code << run.findings.dump(1);
     }
