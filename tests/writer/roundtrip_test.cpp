@@ -12,7 +12,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <set>
 #include <sstream>
 
 using namespace Halvorn;
@@ -146,25 +146,21 @@ TEST(RoundTrip, ReadWriteReadGivesAnEqualModelAndTheSameMediaAndDocument) {
                         line.find("/warp[") != std::string::npos)
                 << line;
 
-        // Every medium came through with its bytes, once.
-        std::vector<std::string> firstMedia = listTree(scratch / "first");
-        EXPECT_EQ(listTree(scratch / "second"), firstMedia);
-        for (const std::string& name : firstMedia) {
-            if (name.back() == '/')
-                continue;
-            EXPECT_EQ(readFile(scratch / ("second/" + name)), readFile(scratch / ("first/" + name)))
-                << name;
-        }
+        // Every medium came through with its bytes into the client's folder for its type, and
+        // nothing else did.
+        std::set<std::string> media;
         for (const auto& [name, bytes] : document.media) {
-            const std::string leaf = name.substr(name.find('/') + 1);
-            const auto found =
-                std::count_if(firstMedia.begin(), firstMedia.end(), [&](const std::string& path) {
-                    return path.size() > leaf.size() &&
-                           path.compare(path.size() - leaf.size() - 1, std::string::npos,
-                                        "/" + leaf) == 0;
-                });
-            EXPECT_EQ(found, 1) << name;
+            const std::string folder = name[0] == 'a'   ? "Audio"
+                                       : name[0] == 'v' ? "Video"
+                                                        : "Preset";
+            const std::string path = folder + name.substr(name.find('/'));
+            media.insert(path);
+            EXPECT_EQ(readFile(scratch / ("first/" + path)), bytes) << path;
+            EXPECT_EQ(readFile(scratch / ("second/" + path)), bytes) << path;
         }
+        for (const std::string& name : listTree(scratch / "first"))
+            EXPECT_TRUE(name.back() == '/' || media.count(name)) << name;
+        EXPECT_EQ(listTree(scratch / "second"), listTree(scratch / "first"));
 
         const std::string one = projectDocumentOf(scratch / "one.corvelle", scratch / "one");
         const std::string two = projectDocumentOf(scratch / "two.corvelle", scratch / "two");

@@ -7,6 +7,8 @@
 #include "corvelle/base.h"
 #include "corvelle/ptr.h"
 
+#include <gtest/gtest.h>
+
 #include <string>
 #include <vector>
 
@@ -21,8 +23,11 @@ using TestSupport::ScratchFolder;
 using TestSupport::writeFile;
 using TestSupport::ZipEntry;
 
-inline bool contains(const std::string& document, const std::string& text) {
-    return document.find(text) != std::string::npos;
+// Says which text it looked for and, when it is missing, shows the document.
+inline ::testing::AssertionResult contains(const std::string& document, const std::string& text) {
+    if (document.find(text) != std::string::npos)
+        return ::testing::AssertionSuccess() << "found " << text;
+    return ::testing::AssertionFailure() << "no " << text << " in\n" << document;
 }
 // How many times text stands in document, overlaps counted.
 inline size_t occurrences(const std::string& document, const std::string& text) {
