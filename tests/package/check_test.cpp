@@ -53,12 +53,12 @@ TEST_F(Check, PackagesThisTreeWritesAreClean) {
                   .status,
               0);
     // The writer's golden document holds every element the writer writes.
-    const std::string golden = scratch / "golden.corvelle";
-    writeFile(golden, buildZip({{"project.xml",
-                                 readFile(std::string(CORVELLE_TEST_DATA) + "/golden/project.xml")},
-                                {"audio/guitar.wav", "RIFF"},
-                                {"video/movie.mp4", "mp4"},
-                                {"plugins/reverb.quorpreset", "state"}}));
+    const std::string golden = writePackage(
+        scratch, "golden.corvelle",
+        {{"project.xml", readFile(std::string(CORVELLE_TEST_DATA) + "/golden/project.xml")},
+         {"audio/guitar.wav", "RIFF"},
+         {"video/movie.mp4", "mp4"},
+         {"plugins/reverb.quorpreset", "state"}});
     for (const std::string& package : {kSample, fresh, exported, golden}) {
         const Findings run = check(package);
         EXPECT_EQ(run.status, 0) << package;
@@ -107,18 +107,18 @@ TEST_F(Check, EachClassOfFindingHasItsCodeAndExitStatus) {
     };
     // clang-format on
     for (const Case& c : cases) {
-        const std::string package = scratch / (std::string(c.code) + ".corvelle");
         std::vector<RawEntry> entries = {{"project.xml", c.xml}};
         entries.insert(entries.end(), c.more.begin(), c.more.end());
-        writeFile(package, buildZip(entries));
-        const Findings run = check(package);
+        const Findings run =
+            check(writePackage(scratch, c.code + std::string(".corvelle"), entries));
         EXPECT_EQ(codes(run.findings).count(c.code), 1u) << c.code << run.findings.dump(1);
         EXPECT_EQ(run.status, c.error ? 1 : 3) << c.code << run.findings.dump(1);
     }
     // Places point into the document, so that a user finds the line.
-    writeFile(scratch / "place.corvelle",
-              buildZip({{"project.xml", "<Project>\n<Structure>\n  <Track contentType=\"x\"/>\n"
-                                        "</Structure></Project>"}}));
-    EXPECT_EQ(check(scratch / "place.corvelle").findings[0]["place"], "project.xml:3:3");
+    const std::string place = writePackage(
+        scratch, "place.corvelle",
+        {{"project.xml",
+          "<Project>\n<Structure>\n  <Track contentType=\"x\"/>\n</Structure></Project>"}});
+    EXPECT_EQ(check(place).findings[0]["place"], "project.xml:3:3");
     EXPECT_TRUE(temp.leftovers().empty());
 }

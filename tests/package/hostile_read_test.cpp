@@ -19,13 +19,6 @@ namespace {
 
 constexpr const char* kSecret = "SECRET-BYTES";
 
-std::string writePackage(const ScratchFolder& scratch, const std::string& name,
-                         const std::vector<RawEntry>& entries) {
-    const std::string path = scratch / name;
-    writeFile(path, buildZip(entries));
-    return path;
-}
-
 // True when some file below root holds the marker.
 bool treeHolds(const std::string& root, const std::string& marker) {
     for (const std::string& name : listTree(root))

@@ -9,8 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <filesystem>
-#include <map>
 #include <thread>
 
 using namespace Halvorn;
@@ -21,11 +19,7 @@ namespace {
 // One audio track with four audio events (packed, missing, external, external and missing), a
 // device with a state file on its channel, and a video track.
 std::string projectDocument(const std::string& externalFile) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<Project version=\"1.0\"><Application name=\"TestDAW\" version=\"2.5\"/>"
-           "<Transport><Tempo unit=\"bpm\" value=\"90\"/>"
-           "<TimeSignature numerator=\"3\" denominator=\"4\"/></Transport>"
-           "<Structure>"
+    return "<Project version=\"1.0\"><Application name=\"TestDAW\" version=\"2.5\"/><Structure>"
            "<Track contentType=\"audio\" loaded=\"true\" id=\"t1\" name=\"Drums\">"
            "<Channel role=\"regular\" audioChannels=\"2\" id=\"c1\"><Devices>"
            "<Quor3Plugin id=\"d1\" deviceRole=\"audioFX\" deviceName=\"Verb\">"
@@ -43,19 +37,7 @@ std::string projectDocument(const std::string& externalFile) {
            "</Lanes></Arrangement></Project>\n";
 }
 
-// Stages the files in a folder and packs them with the system's writer.
-std::string makePackage(const ScratchFolder& scratch, const std::string& name,
-                        const std::map<std::string, std::string>& files) {
-    const std::string tree = scratch / ("tree-" + name);
-    for (const auto& [path, bytes] : files)
-        writeFile(tree + "/" + path, bytes);
-    std::filesystem::create_directories(tree);
-    const std::string package = scratch / (name + ".corvelle");
-    EXPECT_TRUE(zip(tree, package));
-    return package;
-}
-
-std::map<std::string, std::string> sampleFiles(const std::string& externalFile) {
+std::vector<RawEntry> sampleFiles(const std::string& externalFile) {
     return {{"project.xml", projectDocument(externalFile)},
             {"metadata.xml", "<MetaData/>"},
             {"audio/kick.wav", std::string(50000, 'k')},
@@ -110,7 +92,7 @@ TEST(PackageManager, CopiesMediaIntoTheClientFoldersAndRemovesTheExtraction) {
     ScratchFolder scratch;
     writeFile(scratch / "elsewhere/loop.wav", "external loop");
     const std::string package =
-        makePackage(scratch, "song", sampleFiles(scratch / "elsewhere/loop.wav"));
+        writePackage(scratch, "song.corvelle", sampleFiles(scratch / "elsewhere/loop.wav"));
     const std::string base = scratch / "host";
 
     IPtr<IMediaProjectPackage> result;
@@ -153,7 +135,7 @@ TEST(PackageManager, CopiesMediaIntoTheClientFoldersAndRemovesTheExtraction) {
 TEST(PackageManager, KeepsExistingTargetsAndStepsAroundATakenTemporaryName) {
     PrivateTempFolder temp;
     ScratchFolder scratch;
-    const std::string package = makePackage(scratch, "song", sampleFiles("/nothing"));
+    const std::string package = writePackage(scratch, "song.corvelle", sampleFiles("/nothing"));
     const std::string base = scratch / "host";
     writeFile(base + "/Audio/kick.wav", "already here");
     writeFile(temp.path() + "/song/keep.txt", "someone else's");
@@ -181,13 +163,14 @@ TEST(PackageManager, UnreadablePackagesGiveNullAndLeaveNothingBehind) {
     EXPECT_EQ(manager->readPackage(somePath.text16(), nullptr), nullptr);
     // Missing, foreign and malformed packages are the last-reason and tool tests' to read.
     EXPECT_FALSE(read(manager.get(),
-                      makePackage(scratch, "wrongroot", {{"project.xml", "<Song/>"}}),
+                      writePackage(scratch, "wrongroot.corvelle", {{"project.xml", "<Song/>"}}),
                       client.get()));
     EXPECT_TRUE(temp.leftovers().empty());
 
     // Every cut of a good package reads or fails cleanly; names that climb out are the zip
     // reader's to skip, tested with it.
-    const std::string whole = readFile(makePackage(scratch, "whole", sampleFiles("/nothing")));
+    const std::string whole =
+        readFile(writePackage(scratch, "whole.corvelle", sampleFiles("/nothing")));
     for (size_t cut = 0; cut < whole.size(); cut += 211) {
         writeFile(scratch / "cut.corvelle", whole.substr(0, cut));
         (void)read(manager.get(), scratch / "cut.corvelle", client.get());
@@ -198,7 +181,7 @@ TEST(PackageManager, UnreadablePackagesGiveNullAndLeaveNothingBehind) {
 TEST(PackageManager, ConcurrentReadsOfOnePackageAreIndependent) {
     PrivateTempFolder temp;
     ScratchFolder scratch;
-    const std::string package = makePackage(scratch, "song", sampleFiles("/nothing"));
+    const std::string package = writePackage(scratch, "song.corvelle", sampleFiles("/nothing"));
     auto manager = makeManager();
     constexpr int kThreads = 6;
     constexpr int kRounds = 4;

@@ -159,6 +159,13 @@ std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
     return archive;
 }
 
+std::string writePackage(const ScratchFolder& scratch, const std::string& name,
+                         const std::vector<RawEntry>& entries) {
+    const std::string path = scratch / name;
+    writeFile(path, buildZip(entries));
+    return path;
+}
+
 std::string deflatedZeros(uint64_t size) {
     z_stream stream{};
     deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);

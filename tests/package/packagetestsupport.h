@@ -62,6 +62,10 @@ enum class ZipForm {
 // Builds a zip archive byte by byte, independent of minizip.
 std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form = ZipForm::kClassic);
 
+// Writes the archive of the entries as scratch/name and gives its path.
+std::string writePackage(const ScratchFolder& scratch, const std::string& name,
+                         const std::vector<RawEntry>& entries);
+
 // Raw deflate of size zero bytes, made in pieces so that no buffer of that size is needed.
 std::string deflatedZeros(uint64_t size);
 

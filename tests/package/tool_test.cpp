@@ -167,24 +167,23 @@ TEST_F(Tool, MediaThatCannotBePlacedIsAWarningNeverSuccess) {
 
     // A package whose document names a medium the archive doesn't hold.
     const std::string documents = std::string(CORVELLE_SOURCE_DIR) + "/examples/sample-project/";
-    writeFile(scratch / "hollow.corvelle",
-              buildZip({{"project.xml", readFile(documents + "project.xml")},
-                        {"metadata.xml", readFile(documents + "metadata.xml")}}));
-    const ToolRun extracted =
-        runTool("extract '" + (scratch / "hollow.corvelle") + "' '" + (scratch / "out") + "'");
+    const std::string hollow =
+        writePackage(scratch, "hollow.corvelle",
+                     {{"project.xml", readFile(documents + "project.xml")},
+                      {"metadata.xml", readFile(documents + "metadata.xml")}});
+    const ToolRun extracted = runTool("extract '" + hollow + "' '" + (scratch / "out") + "'");
     EXPECT_EQ(extracted.status, 3);
     EXPECT_EQ(std::count(extracted.err.begin(), extracted.err.end(), '\n'), 1) << extracted.err;
-    const ToolRun repacked = runTool("repack '" + (scratch / "hollow.corvelle") + "' '" +
-                                     (scratch / "again.corvelle") + "'");
+    const ToolRun repacked =
+        runTool("repack '" + hollow + "' '" + (scratch / "again.corvelle") + "'");
     EXPECT_EQ(repacked.status, 3);
     EXPECT_NE(repacked.err.find("media file not placed: "), std::string::npos) << repacked.err;
     EXPECT_TRUE(exists(scratch / "again.corvelle"));
 
     // A path that leads out of the package has a warning of its own.
-    writeFile(scratch / "odd.corvelle",
-              buildZip({{"project.xml", documentWith(audioClip("../x.wav"))}}));
-    const ToolRun refused =
-        runTool("extract '" + (scratch / "odd.corvelle") + "' '" + (scratch / "x") + "'");
+    const std::string odd = writePackage(scratch, "odd.corvelle",
+                                         {{"project.xml", documentWith(audioClip("../x.wav"))}});
+    const ToolRun refused = runTool("extract '" + odd + "' '" + (scratch / "x") + "'");
     EXPECT_EQ(refused.status, 3);
     EXPECT_NE(refused.err.find("corvelle: refused media path leading out of the package: ../x.wav"),
               std::string::npos)
@@ -234,9 +233,8 @@ TEST_F(Tool, EveryBadInputGivesOneLineWithItsCauseAndExitOne) {
     writeFile(scratch / "empty.corvelle", "");
     writeFile(scratch / "text.corvelle", "not a package");
     writeFile(scratch / "cut.corvelle", whole.substr(0, whole.size() / 2));
-    writeFile(scratch / "bare.corvelle", buildZip({{"readme.txt", "no document"}}));
-    writeFile(scratch / "bad.corvelle",
-              buildZip({{"project.xml", "<Project>\n<Track>\n</Project>"}}));
+    writePackage(scratch, "bare.corvelle", {{"readme.txt", "no document"}});
+    writePackage(scratch, "bad.corvelle", {{"project.xml", "<Project>\n<Track>\n</Project>"}});
     ASSERT_EQ(mkfifo((scratch / "pipe.corvelle").c_str(), 0600), 0);
     writeFile(scratch / "plain", "");
     std::filesystem::create_directory(scratch / "folder");
