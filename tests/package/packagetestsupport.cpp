@@ -9,7 +9,9 @@
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
+#include <initializer_list>
 #include <random>
+#include <utility>
 
 namespace PackageTest {
 
@@ -31,19 +33,11 @@ std::vector<std::string> PrivateTempFolder::leftovers() const { return listTree(
 
 namespace {
 
-void put16(std::string& out, uint32_t value) {
-    out += char(value & 0xFF);
-    out += char((value >> 8) & 0xFF);
-}
-
-void put32(std::string& out, uint32_t value) {
-    put16(out, value & 0xFFFF);
-    put16(out, value >> 16);
-}
-
-void put64(std::string& out, uint64_t value) {
-    put32(out, uint32_t(value));
-    put32(out, uint32_t(value >> 32));
+// Little-endian fields, each a value and its width in bytes.
+void put(std::string& out, std::initializer_list<std::pair<uint64_t, int>> fields) {
+    for (const auto& [value, width] : fields)
+        for (int byte = 0; byte < width; ++byte)
+            out += char((value >> (8 * byte)) & 0xFF);
 }
 
 std::string rawDeflate(const std::string& data) {
@@ -66,6 +60,7 @@ constexpr uint32_t kMax32 = 0xFFFFFFFF;
 
 std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
     const bool zip64 = form == ZipForm::kZip64Entries;
+    const uint64_t needed = form == ZipForm::kClassic ? 20 : 45;
     std::string archive;
     std::string directory;
     std::vector<uint64_t> offsets;
@@ -80,82 +75,63 @@ std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
         const uint64_t offset =
             entry.sharesDataWith >= 0 ? offsets.at(size_t(entry.sharesDataWith)) : archive.size();
         offsets.push_back(offset);
-        const uint16_t needed = form == ZipForm::kClassic ? 20 : 45;
         // The fields from the flags to the extra field's length, alike in both headers.
         auto putShared = [&](std::string& out, const std::string& extra) {
-            put16(out, entry.flags);
-            put16(out, entry.method);
-            put16(out, 0);
-            put16(out, 0x0021);
-            put32(out, crc);
-            put32(out, zip64 ? kMax32 : uint32_t(stored.size()));
-            put32(out, zip64 ? kMax32 : uint32_t(size));
-            put16(out, uint32_t(entry.name.size()));
-            put16(out, uint32_t(extra.size()));
+            put(out, {{entry.flags, 2},
+                      {entry.method, 2},
+                      {0, 2},
+                      {0x0021, 2},
+                      {crc, 4},
+                      {zip64 ? kMax32 : stored.size(), 4},
+                      {zip64 ? kMax32 : size, 4},
+                      {entry.name.size(), 2},
+                      {extra.size(), 2}});
         };
-
         std::string localExtra;
+        std::string centralExtra;
         if (zip64) {
-            put16(localExtra, 1);
-            put16(localExtra, 16);
-            put64(localExtra, size);
-            put64(localExtra, stored.size());
+            put(localExtra, {{1, 2}, {16, 2}, {size, 8}, {stored.size(), 8}});
+            put(centralExtra, {{1, 2}, {24, 2}, {size, 8}, {stored.size(), 8}, {offset, 8}});
         }
         // An entry that shares another's data has a directory record and nothing else.
         if (entry.sharesDataWith < 0) {
-            put32(archive, 0x04034b50);
-            put16(archive, needed);
+            put(archive, {{0x04034b50, 4}, {needed, 2}});
             putShared(archive, localExtra);
             archive += entry.name + localExtra + stored;
         }
-
-        std::string centralExtra;
-        if (zip64) {
-            put16(centralExtra, 1);
-            put16(centralExtra, 24);
-            put64(centralExtra, size);
-            put64(centralExtra, stored.size());
-            put64(centralExtra, offset);
-        }
-        put32(directory, 0x02014b50);
-        put16(directory, needed);
-        put16(directory, needed);
+        put(directory, {{0x02014b50, 4}, {needed, 2}, {needed, 2}});
         putShared(directory, centralExtra);
-        put16(directory, 0);
-        put16(directory, 0);
-        put16(directory, 0);
-        put32(directory, 0);
-        put32(directory, zip64 ? kMax32 : uint32_t(offset));
+        // Comment length, disk, internal and external attributes, the local header's offset.
+        put(directory, {{0, 2}, {0, 2}, {0, 2}, {0, 4}, {zip64 ? kMax32 : offset, 4}});
         directory += entry.name + centralExtra;
     }
     const uint64_t directoryOffset = archive.size();
     archive += directory;
     const bool records64 = form != ZipForm::kClassic;
     if (records64) {
+        // The Zip64 end record and its locator.
         const uint64_t recordOffset = archive.size();
-        put32(archive, 0x06064b50);
-        put64(archive, 44);
-        put16(archive, 45);
-        put16(archive, 45);
-        put32(archive, 0);
-        put32(archive, 0);
-        put64(archive, entries.size());
-        put64(archive, entries.size());
-        put64(archive, directory.size());
-        put64(archive, directoryOffset);
-        put32(archive, 0x07064b50);
-        put32(archive, 0);
-        put64(archive, recordOffset);
-        put32(archive, 1);
+        put(archive, {{0x06064b50, 4},
+                      {44, 8},
+                      {45, 2},
+                      {45, 2},
+                      {0, 4},
+                      {0, 4},
+                      {entries.size(), 8},
+                      {entries.size(), 8},
+                      {directory.size(), 8},
+                      {directoryOffset, 8}});
+        put(archive, {{0x07064b50, 4}, {0, 4}, {recordOffset, 8}, {1, 4}});
     }
-    put32(archive, 0x06054b50);
-    put16(archive, 0);
-    put16(archive, 0);
-    put16(archive, records64 ? 0xFFFF : uint32_t(entries.size()));
-    put16(archive, records64 ? 0xFFFF : uint32_t(entries.size()));
-    put32(archive, records64 ? kMax32 : uint32_t(directory.size()));
-    put32(archive, records64 ? kMax32 : uint32_t(directoryOffset));
-    put16(archive, 0);
+    const uint64_t count = records64 ? 0xFFFF : entries.size();
+    put(archive, {{0x06054b50, 4},
+                  {0, 2},
+                  {0, 2},
+                  {count, 2},
+                  {count, 2},
+                  {records64 ? kMax32 : directory.size(), 4},
+                  {records64 ? kMax32 : directoryOffset, 4},
+                  {0, 2}});
     return archive;
 }
 
