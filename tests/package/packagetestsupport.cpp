@@ -40,16 +40,27 @@ void put(std::string& out, std::initializer_list<std::pair<uint64_t, int>> field
             out += char((value >> (8 * byte)) & 0xFF);
 }
 
-std::string rawDeflate(const std::string& data) {
+// Raw deflate of the first size bytes of piece repeated, made piece by piece so that no buffer
+// of that size is needed.
+std::string deflateRepeated(const std::string& piece, uint64_t size, int level) {
     z_stream stream{};
-    deflateInit2(&stream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
-    std::string out(deflateBound(&stream, data.size()), '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data.data()));
-    stream.avail_in = static_cast<uInt>(data.size());
-    stream.next_out = reinterpret_cast<Bytef*>(out.data());
-    stream.avail_out = static_cast<uInt>(out.size());
-    deflate(&stream, Z_FINISH);
-    out.resize(stream.total_out);
+    deflateInit2(&stream, level, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
+    std::string out;
+    char buffer[1 << 16];
+    for (uint64_t left = size;;) {
+        const uInt taken = uInt(std::min<uint64_t>(left, piece.size()));
+        left -= taken;
+        stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(piece.data()));
+        stream.avail_in = taken;
+        do {
+            stream.next_out = reinterpret_cast<Bytef*>(buffer);
+            stream.avail_out = sizeof buffer;
+            deflate(&stream, left == 0 ? Z_FINISH : Z_NO_FLUSH);
+            out.append(buffer, sizeof buffer - stream.avail_out);
+        } while (stream.avail_out == 0);
+        if (left == 0)
+            break;
+    }
     deflateEnd(&stream);
     return out;
 }
@@ -65,9 +76,11 @@ std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
     std::string directory;
     std::vector<uint64_t> offsets;
     for (const RawEntry& entry : entries) {
-        const std::string stored = !entry.compressed.empty() ? entry.compressed
-                                   : entry.method == 8       ? rawDeflate(entry.data)
-                                                             : entry.data;
+        const std::string stored =
+            !entry.compressed.empty() ? entry.compressed
+            : entry.method == 8
+                ? deflateRepeated(entry.data, entry.data.size(), Z_DEFAULT_COMPRESSION)
+                : entry.data;
         const uint64_t size =
             entry.statedSize >= 0 ? uint64_t(entry.statedSize) : entry.data.size();
         const uint32_t crc = crc32(0, reinterpret_cast<const Bytef*>(entry.data.data()),
@@ -143,27 +156,7 @@ std::string writePackage(const ScratchFolder& scratch, const std::string& name,
 }
 
 std::string deflatedZeros(uint64_t size) {
-    z_stream stream{};
-    deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
-    const std::string zeros(1 << 20, '\0');
-    std::string out;
-    char buffer[1 << 16];
-    for (uint64_t left = size;;) {
-        const uInt piece = uInt(left < zeros.size() ? left : zeros.size());
-        left -= piece;
-        stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(zeros.data()));
-        stream.avail_in = piece;
-        do {
-            stream.next_out = reinterpret_cast<Bytef*>(buffer);
-            stream.avail_out = sizeof buffer;
-            deflate(&stream, left == 0 ? Z_FINISH : Z_NO_FLUSH);
-            out.append(buffer, sizeof buffer - stream.avail_out);
-        } while (stream.avail_out == 0);
-        if (left == 0)
-            break;
-    }
-    deflateEnd(&stream);
-    return out;
+    return deflateRepeated(std::string(1 << 20, '\0'), size, Z_BEST_COMPRESSION);
 }
 
 std::string noise(size_t size) {
