@@ -45,22 +45,16 @@ std::vector<RawEntry> sampleFiles(const std::string& externalFile) {
             {"plugins/verb.quorpreset", "state"}};
 }
 
-struct FileView {
-    uint32 type;
-    std::string path;
-    bool external;
-};
-
-// The files of a read project, in accessor order.
-std::vector<FileView> filesOf(IMediaProjectPackage* package) {
-    std::vector<FileView> files;
+// The files of a read project, in accessor order: type, path, and whether it is external.
+std::vector<std::string> filesOf(IMediaProjectPackage* package) {
+    std::vector<std::string> files;
     auto* project = fobjectCast<CvProject>(package ? package->getProject() : nullptr);
     if (!project)
         return files;
     for (ICvFileAccessor* accessor : project->getFileAccessors()) {
         CvFile* file = accessor->getFile();
-        String path(file->getPath());
-        files.push_back({file->getType(), path.text8(), file->isExternal()});
+        files.push_back(std::to_string(file->getType()) + " " + String(file->getPath()).text8() +
+                        (file->isExternal() ? " external" : ""));
     }
     return files;
 }
@@ -110,22 +104,15 @@ TEST(PackageManager, CopiesMediaIntoTheClientFoldersAndRemovesTheExtraction) {
     EXPECT_EQ(String(project->getApplicationName()), String("TestDAW"));
     EXPECT_TRUE(temp.leftovers().empty());
 
-    const auto files = filesOf(result.get());
-    ASSERT_EQ(files.size(), 6u);
-    EXPECT_EQ(files[0].path, base + "/Audio/kick.wav");
-    EXPECT_FALSE(files[0].external);
-    EXPECT_TRUE(readFile(files[0].path) == std::string(50000, 'k'));
-    EXPECT_EQ(files[1].path, "audio/missing.wav"); // no source: unchanged
-    EXPECT_EQ(files[2].path, base + "/Audio/loop.wav");
-    EXPECT_FALSE(files[2].external);
-    EXPECT_EQ(readFile(files[2].path), "external loop");
-    EXPECT_EQ(files[3].path, "/no/such/file.wav");
-    EXPECT_TRUE(files[3].external);
-    EXPECT_EQ(files[4].type, uint32(kCvFileVideo)); // no video folder wanted: unchanged
-    EXPECT_EQ(files[4].path, "video/film.mp4");
-    EXPECT_EQ(files[5].type, uint32(kCvFilePreset));
-    EXPECT_EQ(files[5].path, base + "/Preset/verb.quorpreset");
-    EXPECT_EQ(readFile(files[5].path), "state");
+    // A medium without a source, and a video when no video folder is wanted, stay unchanged.
+    EXPECT_EQ(
+        filesOf(result.get()),
+        (std::vector<std::string>{"2 " + base + "/Audio/kick.wav", "2 audio/missing.wav",
+                                  "2 " + base + "/Audio/loop.wav", "2 /no/such/file.wav external",
+                                  "4 video/film.mp4", "1 " + base + "/Preset/verb.quorpreset"}));
+    EXPECT_TRUE(readFile(base + "/Audio/kick.wav") == std::string(50000, 'k'));
+    EXPECT_EQ(readFile(base + "/Audio/loop.wav"), "external loop");
+    EXPECT_EQ(readFile(base + "/Preset/verb.quorpreset"), "state");
     // No file of the project is MIDI, so that folder is never made.
     EXPECT_EQ(listTree(base),
               (std::vector<std::string>{"Audio/", "Audio/kick.wav", "Audio/loop.wav", "Preset/",
@@ -146,9 +133,9 @@ TEST(PackageManager, KeepsExistingTargetsAndStepsAroundATakenTemporaryName) {
     ASSERT_TRUE(result);
     const auto files = filesOf(result.get());
     ASSERT_EQ(files.size(), 6u);
-    EXPECT_EQ(files[0].path, base + "/Audio/kick.wav");
+    EXPECT_EQ(files[0], "2 " + base + "/Audio/kick.wav");
     EXPECT_EQ(readFile(base + "/Audio/kick.wav"), "already here");
-    EXPECT_EQ(files[4].path, base + "/Video/film.mp4");
+    EXPECT_EQ(files[4], "4 " + base + "/Video/film.mp4");
     EXPECT_EQ(temp.leftovers(), (std::vector<std::string>{"song/", "song/keep.txt"}));
     EXPECT_EQ(readFile(temp.path() + "/song/keep.txt"), "someone else's");
 }
@@ -195,9 +182,9 @@ TEST(PackageManager, ConcurrentReadsOfOnePackageAreIndependent) {
             for (int round = 0; round < kRounds; ++round) {
                 auto result = read(manager.get(), package, client.get());
                 const auto files = filesOf(result.get());
-                if (files.size() == 6 && files[0].path == base + "/Audio/kick.wav" &&
-                    readFile(files[0].path).size() == 50000 &&
-                    files[5].path == base + "/Preset/verb.quorpreset")
+                if (files.size() == 6 && files[0] == "2 " + base + "/Audio/kick.wav" &&
+                    readFile(base + "/Audio/kick.wav").size() == 50000 &&
+                    files[5] == "1 " + base + "/Preset/verb.quorpreset")
                     ++good;
             }
         });
