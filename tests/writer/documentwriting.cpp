@@ -38,7 +38,7 @@ void addTrackOf(CvProject* project, uint32 content, uint32 eventType, const char
     auto clip = newObject<CvClip>(eventType, String());
     for (const std::string& path : files) {
         auto event = newObject<Event>(String());
-        event->setFile(utf16(path).c_str(), false);
+        event->setFile(toUtf16(path).c_str(), false);
         clip->addEvent(event.get());
     }
     track->addClip(clip.get());

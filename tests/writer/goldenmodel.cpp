@@ -36,7 +36,7 @@ IPtr<CvAutomationPoint> point(double time, double value, uint32 interpolation) {
 IPtr<CvAudioEvent> audioEvent(const std::string& path, double start, double duration, double offset,
                               uint32 rate, uint32 channels, double length) {
     auto event = newObject<CvAudioEvent>(String());
-    event->setFile(utf16(path).c_str(), false);
+    event->setFile(toUtf16(path).c_str(), false);
     event->setStart(start);
     event->setDuration(duration);
     event->setOffset(offset);
@@ -155,7 +155,7 @@ IPtr<CvTrack> videoTrack(const GoldenMedia& media) {
     clip->setName("Film");
     clip->setDuration(12.0);
     auto video = newObject<CvVideoEvent>(String());
-    video->setFile(utf16(media.movie).c_str(), false);
+    video->setFile(toUtf16(media.movie).c_str(), false);
     video->setFormat(48000, 576000, 12.0);
     clip->addEvent(video.get());
     track->addClip(clip.get());

@@ -27,7 +27,7 @@ const std::string kGolden = std::string(CORVELLE_TEST_DATA) + "/golden/";
 IPtr<CvPackage> packageOf(IMediaProject* project) { return newObject<CvPackage>(project); }
 
 bool write(IMediaProjectPackage* package, const std::string& path) {
-    return writeProjectPackage(package, utf16(path).c_str()).ok();
+    return writeProjectPackage(package, toUtf16(path).c_str()).ok();
 }
 
 TEST(PackageContainer, EntriesComeSorted) {

@@ -59,12 +59,12 @@ Reading readPackage(const std::string& path, const std::string& clientRoot) {
     client.setPathForFileType(1, String((clientRoot + "/Preset").c_str()));
     client.setPathForFileType(2, String((clientRoot + "/Audio").c_str()));
     client.setPathForFileType(4, String((clientRoot + "/Video").c_str()));
-    return {IPtr<IMediaProjectPackage>::adopt(manager.readPackage(utf16(path).c_str(), &client))};
+    return {IPtr<IMediaProjectPackage>::adopt(manager.readPackage(toUtf16(path).c_str(), &client))};
 }
 
 bool writePackage(IMediaProjectPackage* package, const std::string& path) {
     CvPackageManager manager;
-    return manager.writePackage(package, utf16(path).c_str()) != 0;
+    return manager.writePackage(package, toUtf16(path).c_str()) != 0;
 }
 
 std::string projectDocumentOf(const std::string& package, const std::string& folder) {

@@ -1,4 +1,4 @@
-// Helpers of the writer tests: UTF-16 text and expat checks, beside the shared file helpers.
+// Helpers of the writer tests: text and expat checks, beside the shared file helpers.
 #pragma once
 
 #include "common/filesizelimit.h"
@@ -6,6 +6,7 @@
 #include "common/zipbytes.h"
 #include "corvelle/base.h"
 #include "corvelle/ptr.h"
+#include "corvelle/utf8.h"
 
 #include <gtest/gtest.h>
 
@@ -37,7 +38,7 @@ inline size_t occurrences(const std::string& document, const std::string& text) 
     return n;
 }
 
-std::u16string utf16(const std::string& utf8);
+using Halvorn::toUtf16;
 
 // True when expat takes the bytes as a whole, well-formed document; else the message says why.
 bool isWellFormed(const std::string& document, std::string* message = nullptr);
