@@ -12,8 +12,8 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <set>
-#include <sstream>
 
 using namespace Halvorn;
 using namespace WriterTest;
@@ -73,43 +73,25 @@ std::string projectDocumentOf(const std::string& package, const std::string& fol
     return readFile(folder + "/project.xml");
 }
 
-// The text of attribute name in line, with where it starts; npos when the line has none.
-size_t findValue(const std::string& line, const std::string& name, std::string& value) {
-    const std::string key = name + "=\"";
-    const size_t at = line.find(key);
-    if (at == std::string::npos)
-        return at;
-    const size_t begin = at + key.size();
-    value = line.substr(begin, line.find('"', begin) - begin);
-    return begin;
-}
-
 constexpr uint32 kPluginTagOffset = Quor::IHostParameter::kPluginTagOffset;
 
 // What a second write gives for a model read from the first write's document: plug-in
 // parameter numbers lower by the plug-in tag offset again, and the two times of each warp point
 // exchanged.
 std::string withKnownAsymmetries(const std::string& document) {
+    static const std::regex number("parameterID=\"([0-9-]+)\"");
+    static const std::regex warp("<Warp time=\"([^\"]*)\" contentTime=\"([^\"]*)\" />");
     std::string out;
-    std::istringstream lines(document);
-    for (std::string line; std::getline(lines, line);) {
-        std::string number;
-        const size_t at = findValue(line, "parameterID", number);
-        if (at != std::string::npos) {
-            const auto shifted =
-                static_cast<int32>(static_cast<uint32>(std::stoll(number)) - kPluginTagOffset);
-            line.replace(at, number.size(), std::to_string(shifted));
-        }
-        std::string time;
-        std::string contentTime;
-        if (line.find("<Warp ") != std::string::npos &&
-            findValue(line, "time", time) != std::string::npos &&
-            findValue(line, "contentTime", contentTime) != std::string::npos)
-            line = line.substr(0, line.find("<Warp ")) + "<Warp time=\"" + contentTime +
-                   "\" contentTime=\"" + time + "\" />";
-        out += line + "\n";
+    auto rest = document.cbegin();
+    for (std::sregex_iterator it(document.begin(), document.end(), number), end; it != end; ++it) {
+        const auto& digits = (*it)[1];
+        out.append(rest, digits.first);
+        out += std::to_string(
+            static_cast<int32>(static_cast<uint32>(std::stoll(digits.str())) - kPluginTagOffset));
+        rest = digits.second;
     }
-    return out;
+    out.append(rest, document.cend());
+    return std::regex_replace(out, warp, "<Warp time=\"$2\" contentTime=\"$1\" />");
 }
 
 ModelCompare::Options afterOneWrite() {
