@@ -8,8 +8,6 @@
 #include "model/cvtrack.h"
 #include "writertestsupport.h"
 
-#include <sstream>
-
 namespace WriterTest {
 
 using namespace Halvorn;
@@ -76,22 +74,6 @@ std::string writeMetaDataDocument(const std::string& tree) {
     return writeDocument(
         tree, "metadata.xml",
         [](CvXmlWriter& writer, FStream* stream) { return writer.writeMetaData(stream); }, nullptr);
-}
-
-std::string firstDifference(const std::string& expected, const std::string& actual) {
-    std::istringstream left(expected);
-    std::istringstream right(actual);
-    std::string a;
-    std::string b;
-    for (int line = 1;; ++line) {
-        const bool moreLeft = static_cast<bool>(std::getline(left, a));
-        const bool moreRight = static_cast<bool>(std::getline(right, b));
-        if (!moreLeft && !moreRight)
-            return expected == actual ? "" : "the texts differ in their last line feed";
-        if (a != b || moreLeft != moreRight)
-            return "line " + std::to_string(line) + "\n expected: " + (moreLeft ? a : "<end>") +
-                   "\n   actual: " + (moreRight ? b : "<end>");
-    }
 }
 
 } // namespace WriterTest

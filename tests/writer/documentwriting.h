@@ -22,7 +22,4 @@ Halvorn::IPtr<Halvorn::CvProject> projectOf(const std::vector<std::string>& audi
                                             const std::vector<std::string>& video = {},
                                             const std::vector<std::string>& states = {});
 
-// The first line where two texts differ, with both versions, for a readable failure.
-std::string firstDifference(const std::string& expected, const std::string& actual);
-
 } // namespace WriterTest

@@ -22,7 +22,7 @@ TEST(GoldenDocument, TheGoldenModelGivesTheGoldenProjectAndTheMetadataSkeleton) 
     EXPECT_TRUE(written);
     const std::string expected = readFile(kGolden + "project.xml");
     ASSERT_FALSE(expected.empty());
-    EXPECT_TRUE(document == expected) << firstDifference(expected, document);
+    EXPECT_EQ(document, expected); // gtest shows the lines that differ
     EXPECT_EQ(writeMetaDataDocument(scratch / "tree"), readFile(kGolden + "metadata.xml"));
 }
 
