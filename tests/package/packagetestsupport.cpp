@@ -1,6 +1,7 @@
 // Helpers of the package tests: a private temporary folder and a zip builder without minizip.
 #include "packagetestsupport.h"
 
+#include "corvelle/utf8.h"
 #include "package/cvzipreader.h"
 #include "package/cvzipwriter.h"
 
@@ -183,10 +184,8 @@ ReportingClient::ReportingClient(const std::string& base) {
     if (base.empty())
         return;
     const char* names[5] = {nullptr, "Preset", "Audio", "Midi", "Video"};
-    for (int type = 1; type <= 4; ++type) {
-        const std::string folder = base + "/" + names[type];
-        folders_[type] = std::u16string(folder.begin(), folder.end());
-    }
+    for (int type = 1; type <= 4; ++type)
+        folders_[type] = Halvorn::toUtf16(base + "/" + names[type]);
 }
 
 const Halvorn::char16* ReportingClient::getPathForFileType(Halvorn::int32 type) {
@@ -194,10 +193,7 @@ const Halvorn::char16* ReportingClient::getPathForFileType(Halvorn::int32 type) 
 }
 
 Halvorn::tresult ReportingClient::report(Halvorn::int32 what, const Halvorn::char16* subject) {
-    std::string text;
-    for (const Halvorn::char16* c = subject; c && *c; ++c)
-        text += char(*c); // the tests use ASCII names
-    reports_.emplace_back(what, text);
+    reports_.emplace_back(what, Halvorn::toUtf8(subject));
     return Halvorn::kResultOk;
 }
 
@@ -213,8 +209,8 @@ Halvorn::IPtr<Halvorn::IMediaProjectPackage> readWith(const std::string& package
                                                       ReportingClient& client) {
     using namespace Halvorn;
     const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
-    const std::u16string path(package.begin(), package.end());
-    return IPtr<IMediaProjectPackage>::adopt(manager->readPackage(path.c_str(), &client));
+    return IPtr<IMediaProjectPackage>::adopt(
+        manager->readPackage(toUtf16(package).c_str(), &client));
 }
 
 bool zip(const std::string& folder, const std::string& archive) {
