@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <sys/stat.h>
 #include <thread>
@@ -41,8 +42,7 @@ TEST(HostileRead, NoFileFromOutsideReachesAClientFolderOrARepackedPackage) {
     // From the extraction folder in the temporary folder up to the root and down again.
     const std::string climb = "../../../../../../../../.." + outside;
     std::string backslashed = climb;
-    for (char& c : backslashed)
-        c = c == '/' ? '\\' : c;
+    std::replace(backslashed.begin(), backslashed.end(), '/', '\\');
     const std::string clips =
         audioClip(climb + "/secret.wav") + audioClip(backslashed + "\\secret.wav") +
         audioClip("audio/../../x/secret.wav") + audioClip(outside + "/notes.txt") +

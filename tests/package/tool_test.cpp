@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <cstdio>
 #include <filesystem>
 #include <fnmatch.h>
 #include <map>
