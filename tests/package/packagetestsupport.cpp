@@ -17,15 +17,14 @@
 namespace PackageTest {
 
 PrivateTempFolder::PrivateTempFolder() {
-    const char* previous = std::getenv("TMPDIR");
-    hadPrevious_ = previous != nullptr;
-    previous_ = previous ? previous : "";
+    if (const char* previous = std::getenv("TMPDIR"))
+        previous_ = previous;
     setenv("TMPDIR", scratch_.path().c_str(), 1);
 }
 
 PrivateTempFolder::~PrivateTempFolder() {
-    if (hadPrevious_)
-        setenv("TMPDIR", previous_.c_str(), 1);
+    if (previous_)
+        setenv("TMPDIR", previous_->c_str(), 1);
     else
         unsetenv("TMPDIR");
 }

@@ -8,6 +8,7 @@
 #include "support/counted.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,8 +35,7 @@ public:
 
 private:
     ScratchFolder scratch_;
-    std::string previous_;
-    bool hadPrevious_;
+    std::optional<std::string> previous_;
 };
 
 // One entry of a hand-made archive.

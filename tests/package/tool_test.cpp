@@ -197,9 +197,10 @@ TEST_F(Tool, SignalsLeaveNoTemporaryFolderStagingFolderOrPartialTarget) {
     GTEST_SKIP() << "signal delivery around fork is not reliable under ThreadSanitizer";
 #endif
     // Enough incompressible audio that the work takes long enough to be caught in the middle.
-    const std::string package = scratch / "big.corvelle";
-    writeFile(package, buildZip({{"project.xml", documentWith(audioClip("audio/noise.wav"))},
-                                 {"audio/noise.wav", noise(48u << 20), 0}}));
+    const std::string package =
+        writePackage(scratch, "big.corvelle",
+                     {{"project.xml", documentWith(audioClip("audio/noise.wav"))},
+                      {"audio/noise.wav", noise(48u << 20), 0}});
     const std::string out = scratch / "out";
     writeFile(out + "/song.corvelle", "the user's earlier package");
 

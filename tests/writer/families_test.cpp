@@ -1,6 +1,8 @@
-// Each element family of project.xml on its own: what is written, what is left out, and that
-// odd model content still gives a document that parses.
+// What the writer makes of a model: the golden documents, every element family at once, then
+// each family of project.xml on its own (what is written, what is left out), and odd model
+// content that still gives a document that parses.
 #include "documentwriting.h"
+#include "goldenmodel.h"
 #include "model/cvautomation.h"
 #include "model/cvdevice.h"
 #include "model/cvevent.h"
@@ -30,6 +32,19 @@ struct Written {
         EXPECT_TRUE(isWellFormed(document, &message)) << message;
     }
 };
+
+const std::string kGolden = std::string(CORVELLE_TEST_DATA) + "/golden/";
+
+// gtest shows the lines that differ; the metadata document is one skeleton, whatever the project.
+TEST(GoldenDocument, TheGoldenModelGivesTheGoldenProjectAndTheMetadataSkeleton) {
+    ScratchFolder scratch;
+    GoldenMedia media(scratch.path());
+    Written out(buildGoldenProject(media).get());
+    const std::string expected = readFile(kGolden + "project.xml");
+    ASSERT_FALSE(expected.empty());
+    EXPECT_EQ(out.document, expected);
+    EXPECT_EQ(writeMetaDataDocument(scratch / "tree"), readFile(kGolden + "metadata.xml"));
+}
 
 TEST(ProjectFamily, AnEmptyProjectHasTheFrameAndAnEmptyOuterLaneAndNoNumberIsNonFinite) {
     auto project = newObject<CvProject>("App", "version 3");

@@ -21,16 +21,11 @@ public:
     // limit: the bytes it takes before every further write fails; -1 for no limit.
     explicit TestStream(long limit = -1) : limit_(limit) {}
 
-    tresult read(void*, int32, int32* done) override {
-        if (done)
-            *done = 0;
-        return kResultFalse;
-    }
+    tresult read(void*, int32, int32*) override { return kNotImplemented; }
     tresult write(void* buffer, int32 count, int32* done) override {
         ++writes_;
-        long room = limit_ < 0 ? count : std::min<long>(count, limit_ - long(bytes_.size()));
-        if (room < 0)
-            room = 0;
+        const long room =
+            limit_ < 0 ? count : std::clamp<long>(limit_ - long(bytes_.size()), 0, count);
         bytes_.append(static_cast<const char*>(buffer), static_cast<size_t>(room));
         if (done)
             *done = static_cast<int32>(room);
@@ -57,8 +52,10 @@ constexpr const char* kDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>
 
 // A writer opened on a stream of its own, which it gives back before the stream goes.
 struct Opened {
-    explicit Opened(int32 flags = Xml::Writer::kIndent, long limit = -1) : stream(limit) {
-        EXPECT_EQ(writer.open(&stream, flags, nullptr), kResultOk);
+    explicit Opened(int32 flags = Xml::Writer::kIndent, const char* docType = nullptr,
+                    long limit = -1)
+        : stream(limit) {
+        EXPECT_EQ(writer.open(&stream, flags, docType), kResultOk);
     }
     TestStream stream;
     UTF8XmlWriter writer;
@@ -66,21 +63,17 @@ struct Opened {
 
 // The indented layout (tabs, " />", the final line feed) is the golden documents' to check.
 TEST(XmlOutputLayout, OptionBitsChangeDeclarationLineEndsAndChecks) {
-    TestStream flat;
-    {
-        UTF8XmlWriter writer;
-        ASSERT_EQ(writer.open(&flat, Xml::Writer::kNoDeclaration, "Doc"), kResultOk);
-        EXPECT_EQ(flat.references(), 1u); // held while open, given back at close
-        writer.startElement("Doc");
-        writer.startElement("A");
-        writer.endElement();
-        writer.writeText("x<y", true);
-        writer.writeText("<b/>", false);
-        writer.endElement();
-        EXPECT_EQ(writer.close(), kResultOk);
-        EXPECT_EQ(flat.references(), 0u);
-    }
-    EXPECT_EQ(flat.bytes(), "<!DOCTYPE Doc>\n<Doc><A />x&lt;y<b/></Doc>");
+    Opened flat(Xml::Writer::kNoDeclaration, "Doc");
+    EXPECT_EQ(flat.stream.references(), 1u); // held while open, given back at close
+    flat.writer.startElement("Doc");
+    flat.writer.startElement("A");
+    flat.writer.endElement();
+    flat.writer.writeText("x<y", true);
+    flat.writer.writeText("<b/>", false);
+    flat.writer.endElement();
+    EXPECT_EQ(flat.writer.close(), kResultOk);
+    EXPECT_EQ(flat.stream.references(), 0u);
+    EXPECT_EQ(flat.stream.bytes(), "<!DOCTYPE Doc>\n<Doc><A />x&lt;y<b/></Doc>");
 
     // A refused name fails, and spoils the rest.
     for (const char* bad : {"1st", "a b", "a/b", "a=b", "a?b", "-a", ".a", "a&b"}) {
@@ -185,7 +178,7 @@ TEST(XmlOutputStates, OpenCloseAndBalanceRules) {
 }
 
 TEST(XmlOutputStates, AShortWriteFailsTheDocumentAtThatPiece) {
-    Opened out(Xml::Writer::kIndent, 50); // the declaration and a little more
+    Opened out(Xml::Writer::kIndent, nullptr, 50); // the declaration and a little more
     EXPECT_EQ(out.writer.startElement("Root"), kResultOk);
     EXPECT_EQ(out.writer.addAttribute("long", "0123456789"), kResultFalse);
     const int writes = out.stream.writes();
