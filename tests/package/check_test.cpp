@@ -25,7 +25,7 @@ const std::string kAudio = "<Track contentType=\"audio\" id=\"t\"/>";
 
 } // namespace
 
-class Check : public ToolTest {
+class Check : public Tool {
 protected:
     struct Findings {
         int status;

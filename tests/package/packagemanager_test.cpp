@@ -61,10 +61,6 @@ std::vector<std::string> filesOf(IMediaProjectPackage* package) {
     return files;
 }
 
-IPtr<IMediaPackageManager> makeManager() {
-    return IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
-}
-
 IPtr<IMediaProjectPackage> read(IMediaPackageManager* manager, const std::string& path,
                                 IMediaPackageManagerClient* client) {
     const String text(path.c_str());
@@ -93,7 +89,7 @@ TEST(PackageManager, CopiesMediaIntoTheClientFoldersAndRemovesTheExtraction) {
 
     IPtr<IMediaProjectPackage> result;
     {
-        auto manager = makeManager();
+        auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
         ASSERT_TRUE(manager);
         auto client = makeClient(base, false);
         result = read(manager.get(), package, client.get());
@@ -129,7 +125,7 @@ TEST(PackageManager, KeepsExistingTargetsAndStepsAroundATakenTemporaryName) {
     writeFile(base + "/Audio/kick.wav", "already here");
     writeFile(temp.path() + "/song/keep.txt", "someone else's");
 
-    auto manager = makeManager();
+    auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
     auto client = makeClient(base, true);
     auto result = read(manager.get(), package, client.get());
     ASSERT_TRUE(result);
@@ -145,7 +141,7 @@ TEST(PackageManager, KeepsExistingTargetsAndStepsAroundATakenTemporaryName) {
 TEST(PackageManager, UnreadablePackagesGiveNullAndLeaveNothingBehind) {
     PrivateTempFolder temp;
     ScratchFolder scratch;
-    auto manager = makeManager();
+    auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
     auto client = makeClient(scratch / "host", true);
     const String somePath("/x.corvelle");
     EXPECT_EQ(manager->readPackage(nullptr, client.get()), nullptr);
@@ -171,7 +167,7 @@ TEST(PackageManager, ConcurrentReadsOfOnePackageAreIndependent) {
     PrivateTempFolder temp;
     ScratchFolder scratch;
     const std::string package = writePackage(scratch, "song.corvelle", sampleFiles("/nothing"));
-    auto manager = makeManager();
+    auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
     constexpr int kThreads = 6;
     constexpr int kRounds = 4;
     std::atomic<int> good{0};

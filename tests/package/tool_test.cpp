@@ -52,8 +52,6 @@ bool holdsFiles(const std::string& folder) {
 
 } // namespace
 
-using Tool = ToolTest;
-
 TEST_F(Tool, InfoSummarisesTheSamplePackage) {
     const ToolRun run = runTool("info '" + kSample + "'");
     EXPECT_EQ(run.status, 0);
@@ -166,10 +164,8 @@ TEST_F(Tool, MediaThatCannotBePlacedIsAWarningNeverSuccess) {
 
     // A package whose document names a medium the archive doesn't hold.
     const std::string documents = std::string(CORVELLE_SOURCE_DIR) + "/examples/sample-project/";
-    const std::string hollow =
-        writePackage(scratch, "hollow.corvelle",
-                     {{"project.xml", readFile(documents + "project.xml")},
-                      {"metadata.xml", readFile(documents + "metadata.xml")}});
+    const std::string hollow = writePackage(scratch, "hollow.corvelle",
+                                            {{"project.xml", readFile(documents + "project.xml")}});
     const ToolRun extracted = runTool("extract '" + hollow + "' '" + (scratch / "out") + "'");
     EXPECT_EQ(extracted.status, 3);
     EXPECT_EQ(std::count(extracted.err.begin(), extracted.err.end(), '\n'), 1) << extracted.err;

@@ -24,7 +24,7 @@ struct ToolRun {
 };
 
 // Each test with a private temporary folder, so that it sees what a run leaves behind there.
-class ToolTest : public ::testing::Test {
+class Tool : public ::testing::Test {
 protected:
     void SetUp() override {
         if (!exists(kTool) || !exists(kHost) || !exists(kSample))

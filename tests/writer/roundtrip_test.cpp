@@ -48,18 +48,13 @@ std::string makePackage(const ScratchFolder& scratch, const Document& document) 
     return package;
 }
 
-struct Reading {
-    IPtr<IMediaProjectPackage> package;
-    IMediaProject* project() const { return package ? package->getProject() : nullptr; }
-};
-
-Reading readPackage(const std::string& path, const std::string& clientRoot) {
+IPtr<IMediaProjectPackage> readPackage(const std::string& path, const std::string& clientRoot) {
     CvPackageManager manager;
     CvPackageManagerClient client;
     client.setPathForFileType(1, String((clientRoot + "/Preset").c_str()));
     client.setPathForFileType(2, String((clientRoot + "/Audio").c_str()));
     client.setPathForFileType(4, String((clientRoot + "/Video").c_str()));
-    return {IPtr<IMediaProjectPackage>::adopt(manager.readPackage(toUtf16(path).c_str(), &client))};
+    return IPtr<IMediaProjectPackage>::adopt(manager.readPackage(toUtf16(path).c_str(), &client));
 }
 
 bool writePackage(IMediaProjectPackage* package, const std::string& path) {
@@ -107,21 +102,22 @@ TEST(RoundTrip, ReadWriteReadGivesAnEqualModelAndTheSameMediaAndDocument) {
     for (const Document& document : kCorpus) {
         SCOPED_TRACE(document.file);
         ScratchFolder scratch;
-        const Reading first = readPackage(makePackage(scratch, document), scratch / "first");
-        ASSERT_TRUE(first.project());
-        ASSERT_TRUE(writePackage(first.package.get(), scratch / "one.corvelle"));
-        const Reading second = readPackage(scratch / "one.corvelle", scratch / "second");
-        ASSERT_TRUE(second.project());
-        ASSERT_TRUE(writePackage(second.package.get(), scratch / "two.corvelle"));
+        const auto first = readPackage(makePackage(scratch, document), scratch / "first");
+        ASSERT_TRUE(first && first->getProject());
+        ASSERT_TRUE(writePackage(first.get(), scratch / "one.corvelle"));
+        const auto second = readPackage(scratch / "one.corvelle", scratch / "second");
+        ASSERT_TRUE(second && second->getProject());
+        ASSERT_TRUE(writePackage(second.get(), scratch / "two.corvelle"));
 
         const auto differences =
-            ModelCompare::differences(first.project(), second.project(), afterOneWrite());
+            ModelCompare::differences(first->getProject(), second->getProject(), afterOneWrite());
         EXPECT_TRUE(differences.empty()) << ModelCompare::describe(differences);
         // Without naming the asymmetries the comparer sees exactly them, and nothing else.
         ModelCompare::Options leaves;
         leaves.fileLeafNamesOnly = true;
         leaves.tempoValueOnly = true;
-        const auto strict = ModelCompare::differences(first.project(), second.project(), leaves);
+        const auto strict =
+            ModelCompare::differences(first->getProject(), second->getProject(), leaves);
         EXPECT_EQ(strict.empty(), !document.hasAsymmetries) << ModelCompare::describe(strict);
         for (const std::string& line : strict)
             EXPECT_TRUE(line.find("parameterId") != std::string::npos ||

@@ -15,7 +15,6 @@
 
 namespace WriterTest {
 
-using TestSupport::exists;
 using TestSupport::FileSizeLimit;
 using TestSupport::listTree;
 using TestSupport::readCentralDirectory;

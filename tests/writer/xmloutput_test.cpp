@@ -147,10 +147,9 @@ TEST(XmlOutputStates, OpenCloseAndBalanceRules) {
     EXPECT_EQ(unopened.open(nullptr, 1, nullptr), kInvalidArgument);
     EXPECT_EQ(unopened.startElement(nullptr), kInvalidArgument);
 
-    TestStream first;
+    Opened first;
+    UTF8XmlWriter& writer = first.writer;
     TestStream second;
-    UTF8XmlWriter writer;
-    ASSERT_EQ(writer.open(&first, Xml::Writer::kIndent, nullptr), kResultOk);
     EXPECT_EQ(writer.open(&second, Xml::Writer::kIndent, nullptr), kResultFalse);
     EXPECT_EQ(second.references(), 0u);
     writer.startElement("Root");
@@ -158,7 +157,8 @@ TEST(XmlOutputStates, OpenCloseAndBalanceRules) {
     writer.addAttribute("a", "1");
     EXPECT_EQ(writer.close(), kResultOk) << "close ends what is open";
     EXPECT_EQ(second.bytes(), "");
-    EXPECT_EQ(first.bytes(), std::string(kDeclaration) + "<Root>\n\t<Open a=\"1\" />\n</Root>\n");
+    EXPECT_EQ(first.stream.bytes(),
+              std::string(kDeclaration) + "<Root>\n\t<Open a=\"1\" />\n</Root>\n");
     EXPECT_EQ(writer.close(), kResultFalse) << "a closed writer has nothing whole to report";
 
     // Past the root: a second root, text outside it and an unbalanced end would all be
