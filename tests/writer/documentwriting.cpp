@@ -14,21 +14,6 @@ using namespace Halvorn;
 
 namespace {
 
-template <class Write>
-std::string writeDocument(const std::string& tree, const char* name, Write write, bool* written) {
-    const std::string path = tree + "/" + name;
-    FStream* stream =
-        gFNFileSystem->createStream(FUrl(String(path.c_str()), false), FStream::kWrite);
-    if (!stream)
-        return {};
-    CvXmlWriter writer(String(tree.c_str()));
-    const bool ok = write(writer, stream);
-    gFNFileSystem->closeStream(stream);
-    if (written)
-        *written = ok;
-    return readFile(path);
-}
-
 template <class Event>
 void addTrackOf(CvProject* project, uint32 content, uint32 eventType, const char* id,
                 const std::vector<std::string>& files) {
@@ -62,18 +47,16 @@ IPtr<CvProject> projectOf(const std::vector<std::string>& audio,
 }
 
 std::string writeProjectDocument(IMediaProject* project, const std::string& tree, bool* written) {
-    return writeDocument(
-        tree, "project.xml",
-        [project](CvXmlWriter& writer, FStream* stream) {
-            return writer.writeProject(project, stream);
-        },
-        written);
-}
-
-std::string writeMetaDataDocument(const std::string& tree) {
-    return writeDocument(
-        tree, "metadata.xml",
-        [](CvXmlWriter& writer, FStream* stream) { return writer.writeMetaData(stream); }, nullptr);
+    const std::string path = tree + "/project.xml";
+    FStream* stream =
+        gFNFileSystem->createStream(FUrl(String(path.c_str()), false), FStream::kWrite);
+    if (!stream)
+        return {};
+    const bool ok = CvXmlWriter(String(tree.c_str())).writeProject(project, stream);
+    gFNFileSystem->closeStream(stream);
+    if (written)
+        *written = ok;
+    return readFile(path);
 }
 
 } // namespace WriterTest

@@ -14,7 +14,6 @@ namespace WriterTest {
 // written tells whether writeProject said true.
 std::string writeProjectDocument(Halvorn::IMediaProject* project, const std::string& tree,
                                  bool* written = nullptr);
-std::string writeMetaDataDocument(const std::string& tree);
 
 // An audio and a video track of one clip each and a master channel of plug-ins, whose events
 // and devices refer to the given files.
