@@ -1,35 +1,15 @@
 // corvelle check over the packages this tree makes (clean) and over hostile ones (each class of
 // finding once, with its severity's exit code).
-#include "packagetestsupport.h"
 #include "toolpaths.h"
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
-#include <set>
+#include <algorithm>
 
 using namespace PackageTest;
 
 namespace {
-
-struct CheckRun {
-    int status;
-    nlohmann::json findings;
-};
-
-CheckRun check(const std::string& package) {
-    int status = -1;
-    const std::string out = TestSupport::runCommand(
-        "'" + kTool + "' check --json '" + package + "' 2>/dev/null", status);
-    return {status, nlohmann::json::parse(out)["findings"]};
-}
-
-std::set<std::string> codes(const nlohmann::json& findings) {
-    std::set<std::string> found;
-    for (const auto& finding : findings)
-        found.insert(finding["code"].get<std::string>());
-    return found;
-}
 
 // A small document: the given tracks in Structure, the given lanes in the outer Lanes, and
 // what else the Arrangement holds.
@@ -45,35 +25,35 @@ const std::string kAudio = "<Track contentType=\"audio\" id=\"t\"/>";
 
 } // namespace
 
-class Check : public ::testing::Test {
+class Check : public Tool {
 protected:
-    void SetUp() override {
-        if (!exists(kTool) || !exists(kHost))
-            GTEST_SKIP() << "the corvelle tool and the reference host are not built";
+    struct Findings {
+        int status;
+        nlohmann::json findings;
+    };
+    Findings check(const std::string& package) const {
+        const ToolRun run = runTool("check --json '" + package + "'");
+        return {run.status, nlohmann::json::parse(run.out)["findings"]};
     }
-    PrivateTempFolder temp;
-    ScratchFolder scratch;
 };
 
 TEST_F(Check, PackagesThisTreeWritesAreClean) {
-    int status = -1;
     const std::string fresh = scratch / "new.corvelle", exported = scratch / "session.corvelle";
-    TestSupport::runCommand("'" + kTool + "' new '" + fresh + "'", status);
-    ASSERT_EQ(status, 0);
-    TestSupport::runCommand("'" + kHost + "' export '" +
-                                (kBuildTree / "examples/session/session.json").string() + "' '" +
-                                exported + "' --module '" + CORVELLE_MODULE_PATH + "' 2>/dev/null",
-                            status);
-    ASSERT_EQ(status, 0);
+    ASSERT_EQ(runTool("new '" + fresh + "'").status, 0);
+    ASSERT_EQ(runTool("export '" + (kBuildTree / "examples/session/session.json").string() + "' '" +
+                          exported + "' --module '" + CORVELLE_MODULE_PATH + "'",
+                      "", kHost)
+                  .status,
+              0);
     // The writer's golden document holds every element the writer writes.
-    const std::string golden = scratch / "golden.corvelle";
-    writeFile(golden, buildZip({{"project.xml",
-                                 readFile(std::string(CORVELLE_TEST_DATA) + "/golden/project.xml")},
-                                {"audio/guitar.wav", "RIFF"},
-                                {"video/movie.mp4", "mp4"},
-                                {"plugins/reverb.quorpreset", "state"}}));
+    const std::string golden = writePackage(
+        scratch, "golden.corvelle",
+        {{"project.xml", readFile(std::string(CORVELLE_TEST_DATA) + "/golden/project.xml")},
+         {"audio/guitar.wav", "RIFF"},
+         {"video/movie.mp4", "mp4"},
+         {"plugins/reverb.quorpreset", "state"}});
     for (const std::string& package : {kSample, fresh, exported, golden}) {
-        const CheckRun run = check(package);
+        const Findings run = check(package);
         EXPECT_EQ(run.status, 0) << package;
         EXPECT_EQ(run.findings, nlohmann::json::array()) << package << run.findings.dump(1);
     }
@@ -120,18 +100,20 @@ TEST_F(Check, EachClassOfFindingHasItsCodeAndExitStatus) {
     };
     // clang-format on
     for (const Case& c : cases) {
-        const std::string package = scratch / (std::string(c.code) + ".corvelle");
         std::vector<RawEntry> entries = {{"project.xml", c.xml}};
         entries.insert(entries.end(), c.more.begin(), c.more.end());
-        writeFile(package, buildZip(entries));
-        const CheckRun run = check(package);
-        EXPECT_EQ(codes(run.findings).count(c.code), 1u) << c.code << run.findings.dump(1);
+        const Findings run =
+            check(writePackage(scratch, c.code + std::string(".corvelle"), entries));
+        EXPECT_TRUE(std::any_of(run.findings.begin(), run.findings.end(),
+                                [&](const auto& finding) { return finding["code"] == c.code; }))
+            << c.code << run.findings.dump(1);
         EXPECT_EQ(run.status, c.error ? 1 : 3) << c.code << run.findings.dump(1);
     }
     // Places point into the document, so that a user finds the line.
-    writeFile(scratch / "place.corvelle",
-              buildZip({{"project.xml", "<Project>\n<Structure>\n  <Track contentType=\"x\"/>\n"
-                                        "</Structure></Project>"}}));
-    EXPECT_EQ(check(scratch / "place.corvelle").findings[0]["place"], "project.xml:3:3");
+    const std::string place = writePackage(
+        scratch, "place.corvelle",
+        {{"project.xml",
+          "<Project>\n<Structure>\n  <Track contentType=\"x\"/>\n</Structure></Project>"}});
+    EXPECT_EQ(check(place).findings[0]["place"], "project.xml:3:3");
     EXPECT_TRUE(temp.leftovers().empty());
 }

@@ -1,16 +1,16 @@
-// readPackage through the host-free door: media into the client's folders, failures, threads.
+// The host-free door: the client's table of folders, the package's hold on its project, and
+// readPackage putting media into the client's folders, failing, and running in threads.
 #include "corvelle/package.h"
 #include "corvelle/ptr.h"
 #include "model/cvfile.h"
 #include "model/cvproject.h"
+#include "package/cvpackage.h"
 #include "package/cvpackagemanagerclient.h"
 #include "packagetestsupport.h"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <filesystem>
-#include <map>
 #include <thread>
 
 using namespace Halvorn;
@@ -21,16 +21,7 @@ namespace {
 // One audio track with four audio events (packed, missing, external, external and missing), a
 // device with a state file on its channel, and a video track.
 std::string projectDocument(const std::string& externalFile) {
-    auto audioClip = [](const std::string& path, bool external) {
-        return "<Clip time=\"0\" duration=\"1\"><Audio sampleRate=\"44100\" channels=\"1\" "
-               "duration=\"1\"><File path=\"" +
-               path + "\" external=\"" + (external ? "true" : "false") + "\"/></Audio></Clip>";
-    };
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-           "<Project version=\"1.0\"><Application name=\"TestDAW\" version=\"2.5\"/>"
-           "<Transport><Tempo unit=\"bpm\" value=\"90\"/>"
-           "<TimeSignature numerator=\"3\" denominator=\"4\"/></Transport>"
-           "<Structure>"
+    return "<Project version=\"1.0\"><Application name=\"TestDAW\" version=\"2.5\"/><Structure>"
            "<Track contentType=\"audio\" loaded=\"true\" id=\"t1\" name=\"Drums\">"
            "<Channel role=\"regular\" audioChannels=\"2\" id=\"c1\"><Devices>"
            "<Quor3Plugin id=\"d1\" deviceRole=\"audioFX\" deviceName=\"Verb\">"
@@ -40,7 +31,7 @@ std::string projectDocument(const std::string& externalFile) {
            "</Structure>"
            "<Arrangement><Lanes timeUnit=\"seconds\">"
            "<Lanes track=\"t1\"><Clips><Clip time=\"0\" duration=\"4\"><Clips>" +
-           audioClip("audio/kick.wav", false) + audioClip("audio/missing.wav", false) +
+           audioClip("audio/kick.wav") + audioClip("audio/missing.wav") +
            audioClip(externalFile, true) + audioClip("/no/such/file.wav", true) +
            "</Clips></Clip></Clips></Lanes>"
            "<Lanes track=\"t2\"><Clips><Clip time=\"0\" duration=\"1\"><Video duration=\"1\">"
@@ -48,19 +39,7 @@ std::string projectDocument(const std::string& externalFile) {
            "</Lanes></Arrangement></Project>\n";
 }
 
-// Stages the files in a folder and packs them with the system's writer.
-std::string makePackage(const ScratchFolder& scratch, const std::string& name,
-                        const std::map<std::string, std::string>& files) {
-    const std::string tree = scratch / ("tree-" + name);
-    for (const auto& [path, bytes] : files)
-        writeFile(tree + "/" + path, bytes);
-    std::filesystem::create_directories(tree);
-    const std::string package = scratch / (name + ".corvelle");
-    EXPECT_TRUE(zip(tree, package));
-    return package;
-}
-
-std::map<std::string, std::string> sampleFiles(const std::string& externalFile) {
+std::vector<RawEntry> sampleFiles(const std::string& externalFile) {
     return {{"project.xml", projectDocument(externalFile)},
             {"metadata.xml", "<MetaData/>"},
             {"audio/kick.wav", std::string(50000, 'k')},
@@ -68,28 +47,18 @@ std::map<std::string, std::string> sampleFiles(const std::string& externalFile) 
             {"plugins/verb.quorpreset", "state"}};
 }
 
-struct FileView {
-    uint32 type;
-    std::string path;
-    bool external;
-};
-
-// The files of a read project, in accessor order.
-std::vector<FileView> filesOf(IMediaProjectPackage* package) {
-    std::vector<FileView> files;
+// The files of a read project, in accessor order: type, path, and whether it is external.
+std::vector<std::string> filesOf(IMediaProjectPackage* package) {
+    std::vector<std::string> files;
     auto* project = fobjectCast<CvProject>(package ? package->getProject() : nullptr);
     if (!project)
         return files;
     for (ICvFileAccessor* accessor : project->getFileAccessors()) {
         CvFile* file = accessor->getFile();
-        String path(file->getPath());
-        files.push_back({file->getType(), path.text8(), file->isExternal()});
+        files.push_back(std::to_string(file->getType()) + " " + String(file->getPath()).text8() +
+                        (file->isExternal() ? " external" : ""));
     }
     return files;
-}
-
-IPtr<IMediaPackageManager> makeManager() {
-    return IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
 }
 
 IPtr<IMediaProjectPackage> read(IMediaPackageManager* manager, const std::string& path,
@@ -115,12 +84,12 @@ TEST(PackageManager, CopiesMediaIntoTheClientFoldersAndRemovesTheExtraction) {
     ScratchFolder scratch;
     writeFile(scratch / "elsewhere/loop.wav", "external loop");
     const std::string package =
-        makePackage(scratch, "song", sampleFiles(scratch / "elsewhere/loop.wav"));
+        writePackage(scratch, "song.corvelle", sampleFiles(scratch / "elsewhere/loop.wav"));
     const std::string base = scratch / "host";
 
     IPtr<IMediaProjectPackage> result;
     {
-        auto manager = makeManager();
+        auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
         ASSERT_TRUE(manager);
         auto client = makeClient(base, false);
         result = read(manager.get(), package, client.get());
@@ -133,22 +102,15 @@ TEST(PackageManager, CopiesMediaIntoTheClientFoldersAndRemovesTheExtraction) {
     EXPECT_EQ(String(project->getApplicationName()), String("TestDAW"));
     EXPECT_TRUE(temp.leftovers().empty());
 
-    const auto files = filesOf(result.get());
-    ASSERT_EQ(files.size(), 6u);
-    EXPECT_EQ(files[0].path, base + "/Audio/kick.wav");
-    EXPECT_FALSE(files[0].external);
-    EXPECT_TRUE(readFile(files[0].path) == std::string(50000, 'k'));
-    EXPECT_EQ(files[1].path, "audio/missing.wav"); // no source: unchanged
-    EXPECT_EQ(files[2].path, base + "/Audio/loop.wav");
-    EXPECT_FALSE(files[2].external);
-    EXPECT_EQ(readFile(files[2].path), "external loop");
-    EXPECT_EQ(files[3].path, "/no/such/file.wav");
-    EXPECT_TRUE(files[3].external);
-    EXPECT_EQ(files[4].type, uint32(kCvFileVideo)); // no video folder wanted: unchanged
-    EXPECT_EQ(files[4].path, "video/film.mp4");
-    EXPECT_EQ(files[5].type, uint32(kCvFilePreset));
-    EXPECT_EQ(files[5].path, base + "/Preset/verb.quorpreset");
-    EXPECT_EQ(readFile(files[5].path), "state");
+    // A medium without a source, and a video when no video folder is wanted, stay unchanged.
+    EXPECT_EQ(
+        filesOf(result.get()),
+        (std::vector<std::string>{"2 " + base + "/Audio/kick.wav", "2 audio/missing.wav",
+                                  "2 " + base + "/Audio/loop.wav", "2 /no/such/file.wav external",
+                                  "4 video/film.mp4", "1 " + base + "/Preset/verb.quorpreset"}));
+    EXPECT_TRUE(readFile(base + "/Audio/kick.wav") == std::string(50000, 'k'));
+    EXPECT_EQ(readFile(base + "/Audio/loop.wav"), "external loop");
+    EXPECT_EQ(readFile(base + "/Preset/verb.quorpreset"), "state");
     // No file of the project is MIDI, so that folder is never made.
     EXPECT_EQ(listTree(base),
               (std::vector<std::string>{"Audio/", "Audio/kick.wav", "Audio/loop.wav", "Preset/",
@@ -158,20 +120,20 @@ TEST(PackageManager, CopiesMediaIntoTheClientFoldersAndRemovesTheExtraction) {
 TEST(PackageManager, KeepsExistingTargetsAndStepsAroundATakenTemporaryName) {
     PrivateTempFolder temp;
     ScratchFolder scratch;
-    const std::string package = makePackage(scratch, "song", sampleFiles("/nothing"));
+    const std::string package = writePackage(scratch, "song.corvelle", sampleFiles("/nothing"));
     const std::string base = scratch / "host";
     writeFile(base + "/Audio/kick.wav", "already here");
     writeFile(temp.path() + "/song/keep.txt", "someone else's");
 
-    auto manager = makeManager();
+    auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
     auto client = makeClient(base, true);
     auto result = read(manager.get(), package, client.get());
     ASSERT_TRUE(result);
     const auto files = filesOf(result.get());
     ASSERT_EQ(files.size(), 6u);
-    EXPECT_EQ(files[0].path, base + "/Audio/kick.wav");
+    EXPECT_EQ(files[0], "2 " + base + "/Audio/kick.wav");
     EXPECT_EQ(readFile(base + "/Audio/kick.wav"), "already here");
-    EXPECT_EQ(files[4].path, base + "/Video/film.mp4");
+    EXPECT_EQ(files[4], "4 " + base + "/Video/film.mp4");
     EXPECT_EQ(temp.leftovers(), (std::vector<std::string>{"song/", "song/keep.txt"}));
     EXPECT_EQ(readFile(temp.path() + "/song/keep.txt"), "someone else's");
 }
@@ -179,30 +141,21 @@ TEST(PackageManager, KeepsExistingTargetsAndStepsAroundATakenTemporaryName) {
 TEST(PackageManager, UnreadablePackagesGiveNullAndLeaveNothingBehind) {
     PrivateTempFolder temp;
     ScratchFolder scratch;
-    auto manager = makeManager();
+    auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
     auto client = makeClient(scratch / "host", true);
     const String somePath("/x.corvelle");
     EXPECT_EQ(manager->readPackage(nullptr, client.get()), nullptr);
     EXPECT_EQ(manager->readPackage(somePath.text16(), nullptr), nullptr);
-    EXPECT_FALSE(read(manager.get(), scratch / "missing.corvelle", client.get()));
-    writeFile(scratch / "text.corvelle", "not a zip");
-    EXPECT_FALSE(read(manager.get(), scratch / "text.corvelle", client.get()));
-
-    auto files = sampleFiles("/nothing");
-    files.erase("project.xml");
-    files["sub/project.xml"] = projectDocument("/nothing");
-    EXPECT_FALSE(read(manager.get(), makePackage(scratch, "noproject", files), client.get()));
+    // Missing, foreign and malformed packages are the last-reason and tool tests' to read.
     EXPECT_FALSE(read(manager.get(),
-                      makePackage(scratch, "malformed", {{"project.xml", "<Project><Track>"}}),
-                      client.get()));
-    EXPECT_FALSE(read(manager.get(),
-                      makePackage(scratch, "wrongroot", {{"project.xml", "<Song/>"}}),
+                      writePackage(scratch, "wrongroot.corvelle", {{"project.xml", "<Song/>"}}),
                       client.get()));
     EXPECT_TRUE(temp.leftovers().empty());
 
     // Every cut of a good package reads or fails cleanly; names that climb out are the zip
     // reader's to skip, tested with it.
-    const std::string whole = readFile(makePackage(scratch, "whole", sampleFiles("/nothing")));
+    const std::string whole =
+        readFile(writePackage(scratch, "whole.corvelle", sampleFiles("/nothing")));
     for (size_t cut = 0; cut < whole.size(); cut += 211) {
         writeFile(scratch / "cut.corvelle", whole.substr(0, cut));
         (void)read(manager.get(), scratch / "cut.corvelle", client.get());
@@ -213,8 +166,8 @@ TEST(PackageManager, UnreadablePackagesGiveNullAndLeaveNothingBehind) {
 TEST(PackageManager, ConcurrentReadsOfOnePackageAreIndependent) {
     PrivateTempFolder temp;
     ScratchFolder scratch;
-    const std::string package = makePackage(scratch, "song", sampleFiles("/nothing"));
-    auto manager = makeManager();
+    const std::string package = writePackage(scratch, "song.corvelle", sampleFiles("/nothing"));
+    auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
     constexpr int kThreads = 6;
     constexpr int kRounds = 4;
     std::atomic<int> good{0};
@@ -227,9 +180,9 @@ TEST(PackageManager, ConcurrentReadsOfOnePackageAreIndependent) {
             for (int round = 0; round < kRounds; ++round) {
                 auto result = read(manager.get(), package, client.get());
                 const auto files = filesOf(result.get());
-                if (files.size() == 6 && files[0].path == base + "/Audio/kick.wav" &&
-                    readFile(files[0].path).size() == 50000 &&
-                    files[5].path == base + "/Preset/verb.quorpreset")
+                if (files.size() == 6 && files[0] == "2 " + base + "/Audio/kick.wav" &&
+                    readFile(base + "/Audio/kick.wav").size() == 50000 &&
+                    files[5] == "1 " + base + "/Preset/verb.quorpreset")
                     ++good;
             }
         });
@@ -238,4 +191,33 @@ TEST(PackageManager, ConcurrentReadsOfOnePackageAreIndependent) {
         thread.join();
     EXPECT_EQ(good.load(), kThreads * kRounds);
     EXPECT_TRUE(temp.leftovers().empty());
+}
+
+TEST(PackageClient, KeepsOneRowPerTypeWithTheLatestFolder) {
+    CvPackageManagerClient client;
+    EXPECT_EQ(client.getPathForFileType(2), nullptr);
+    client.setPathForFileType(2, String("/a/Audio"));
+    client.setPathForFileType(4, String("/a/Video"));
+    client.setPathForFileType(2, String("/b/Audio"));
+    EXPECT_EQ(String(client.getPathForFileType(2)), String("/b/Audio"));
+    EXPECT_EQ(String(client.getPathForFileType(4)), String("/a/Video"));
+    EXPECT_EQ(client.getPathForFileType(3), nullptr);
+    EXPECT_EQ(client.getPathForFileType(-1), nullptr);
+
+    auto face = queryInterface<IMediaPackageManagerClient>(static_cast<FObject*>(&client));
+    ASSERT_TRUE(face);
+    EXPECT_EQ(String(face->getPathForFileType(4)), String("/a/Video"));
+}
+
+TEST(Package, HoldsItsProjectUntilItGoes) {
+    auto project = newObject<CvProject>(String("App"), String("1"));
+    auto* package = new CvPackage(project.get());
+    EXPECT_EQ(project->refCount(), 2);
+    EXPECT_EQ(package->getProject(), static_cast<IMediaProject*>(project.get()));
+    EXPECT_TRUE(queryInterface<IMediaProjectPackage>(static_cast<FObject*>(package)));
+    package->release();
+    EXPECT_EQ(project->refCount(), 1);
+
+    CvPackage empty(nullptr);
+    EXPECT_EQ(empty.getProject(), nullptr);
 }

@@ -1,25 +1,30 @@
 // Helpers of the package tests: a private temporary folder and a zip builder without minizip.
 #include "packagetestsupport.h"
 
+#include "corvelle/utf8.h"
 #include "package/cvzipreader.h"
 #include "package/cvzipwriter.h"
 
 #include <zlib.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <functional>
+#include <initializer_list>
+#include <random>
+#include <utility>
 
 namespace PackageTest {
 
 PrivateTempFolder::PrivateTempFolder() {
-    const char* previous = std::getenv("TMPDIR");
-    hadPrevious_ = previous != nullptr;
-    previous_ = previous ? previous : "";
+    if (const char* previous = std::getenv("TMPDIR"))
+        previous_ = previous;
     setenv("TMPDIR", scratch_.path().c_str(), 1);
 }
 
 PrivateTempFolder::~PrivateTempFolder() {
-    if (hadPrevious_)
-        setenv("TMPDIR", previous_.c_str(), 1);
+    if (previous_)
+        setenv("TMPDIR", previous_->c_str(), 1);
     else
         unsetenv("TMPDIR");
 }
@@ -28,145 +33,25 @@ std::vector<std::string> PrivateTempFolder::leftovers() const { return listTree(
 
 namespace {
 
-void put16(std::string& out, uint32_t value) {
-    out += char(value & 0xFF);
-    out += char((value >> 8) & 0xFF);
+// Little-endian fields, each a value and its width in bytes.
+void put(std::string& out, std::initializer_list<std::pair<uint64_t, int>> fields) {
+    for (const auto& [value, width] : fields)
+        for (int byte = 0; byte < width; ++byte)
+            out += char((value >> (8 * byte)) & 0xFF);
 }
 
-void put32(std::string& out, uint32_t value) {
-    put16(out, value & 0xFFFF);
-    put16(out, value >> 16);
-}
-
-void put64(std::string& out, uint64_t value) {
-    put32(out, uint32_t(value));
-    put32(out, uint32_t(value >> 32));
-}
-
-std::string rawDeflate(const std::string& data) {
+// Raw deflate of the first size bytes of piece repeated, made piece by piece so that no buffer
+// of that size is needed.
+std::string deflateRepeated(const std::string& piece, uint64_t size, int level) {
     z_stream stream{};
-    deflateInit2(&stream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
-    std::string out(deflateBound(&stream, data.size()), '\0');
-    stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(data.data()));
-    stream.avail_in = static_cast<uInt>(data.size());
-    stream.next_out = reinterpret_cast<Bytef*>(out.data());
-    stream.avail_out = static_cast<uInt>(out.size());
-    deflate(&stream, Z_FINISH);
-    out.resize(stream.total_out);
-    deflateEnd(&stream);
-    return out;
-}
-
-constexpr uint32_t kMax32 = 0xFFFFFFFF;
-
-} // namespace
-
-std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
-    const bool zip64 = form == ZipForm::kZip64Entries;
-    std::string archive;
-    std::string directory;
-    std::vector<uint64_t> offsets;
-    for (const RawEntry& entry : entries) {
-        const std::string stored = !entry.compressed.empty() ? entry.compressed
-                                   : entry.method == 8       ? rawDeflate(entry.data)
-                                                             : entry.data;
-        const uint64_t size =
-            entry.statedSize >= 0 ? uint64_t(entry.statedSize) : entry.data.size();
-        const uint32_t crc = crc32(0, reinterpret_cast<const Bytef*>(entry.data.data()),
-                                   static_cast<uInt>(entry.data.size()));
-        const uint64_t offset =
-            entry.sharesDataWith >= 0 ? offsets.at(size_t(entry.sharesDataWith)) : archive.size();
-        offsets.push_back(offset);
-        const uint16_t needed = form == ZipForm::kClassic ? 20 : 45;
-        // The fields from the flags to the extra field's length, alike in both headers.
-        auto putShared = [&](std::string& out, const std::string& extra) {
-            put16(out, entry.flags);
-            put16(out, entry.method);
-            put16(out, 0);
-            put16(out, 0x0021);
-            put32(out, crc);
-            put32(out, zip64 ? kMax32 : uint32_t(stored.size()));
-            put32(out, zip64 ? kMax32 : uint32_t(size));
-            put16(out, uint32_t(entry.name.size()));
-            put16(out, uint32_t(extra.size()));
-        };
-
-        std::string localExtra;
-        if (zip64) {
-            put16(localExtra, 1);
-            put16(localExtra, 16);
-            put64(localExtra, size);
-            put64(localExtra, stored.size());
-        }
-        // An entry that shares another's data has a directory record and nothing else.
-        if (entry.sharesDataWith < 0) {
-            put32(archive, 0x04034b50);
-            put16(archive, needed);
-            putShared(archive, localExtra);
-            archive += entry.name + localExtra + stored;
-        }
-
-        std::string centralExtra;
-        if (zip64) {
-            put16(centralExtra, 1);
-            put16(centralExtra, 24);
-            put64(centralExtra, size);
-            put64(centralExtra, stored.size());
-            put64(centralExtra, offset);
-        }
-        put32(directory, 0x02014b50);
-        put16(directory, needed);
-        put16(directory, needed);
-        putShared(directory, centralExtra);
-        put16(directory, 0);
-        put16(directory, 0);
-        put16(directory, 0);
-        put32(directory, 0);
-        put32(directory, zip64 ? kMax32 : uint32_t(offset));
-        directory += entry.name + centralExtra;
-    }
-    const uint64_t directoryOffset = archive.size();
-    archive += directory;
-    const bool records64 = form != ZipForm::kClassic;
-    if (records64) {
-        const uint64_t recordOffset = archive.size();
-        put32(archive, 0x06064b50);
-        put64(archive, 44);
-        put16(archive, 45);
-        put16(archive, 45);
-        put32(archive, 0);
-        put32(archive, 0);
-        put64(archive, entries.size());
-        put64(archive, entries.size());
-        put64(archive, directory.size());
-        put64(archive, directoryOffset);
-        put32(archive, 0x07064b50);
-        put32(archive, 0);
-        put64(archive, recordOffset);
-        put32(archive, 1);
-    }
-    put32(archive, 0x06054b50);
-    put16(archive, 0);
-    put16(archive, 0);
-    put16(archive, records64 ? 0xFFFF : uint32_t(entries.size()));
-    put16(archive, records64 ? 0xFFFF : uint32_t(entries.size()));
-    put32(archive, records64 ? kMax32 : uint32_t(directory.size()));
-    put32(archive, records64 ? kMax32 : uint32_t(directoryOffset));
-    put16(archive, 0);
-    return archive;
-}
-
-std::string deflatedZeros(uint64_t size) {
-    z_stream stream{};
-    deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
-    const std::string zeros(1 << 20, '\0');
+    deflateInit2(&stream, level, Z_DEFLATED, -15, 8, Z_DEFAULT_STRATEGY);
     std::string out;
     char buffer[1 << 16];
     for (uint64_t left = size;;) {
-        const uInt piece = uInt(left < zeros.size() ? left : zeros.size());
-        left -= piece;
-        stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(zeros.data()));
-        stream.avail_in = piece;
+        const uInt taken = uInt(std::min<uint64_t>(left, piece.size()));
+        left -= taken;
+        stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(piece.data()));
+        stream.avail_in = taken;
         do {
             stream.next_out = reinterpret_cast<Bytef*>(buffer);
             stream.avail_out = sizeof buffer;
@@ -180,14 +65,126 @@ std::string deflatedZeros(uint64_t size) {
     return out;
 }
 
+constexpr uint32_t kMax32 = 0xFFFFFFFF;
+
+} // namespace
+
+std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form) {
+    const bool zip64 = form == ZipForm::kZip64Entries;
+    const uint64_t needed = form == ZipForm::kClassic ? 20 : 45;
+    std::string archive;
+    std::string directory;
+    std::vector<uint64_t> offsets;
+    for (const RawEntry& entry : entries) {
+        const std::string stored =
+            !entry.compressed.empty() ? entry.compressed
+            : entry.method == 8
+                ? deflateRepeated(entry.data, entry.data.size(), Z_DEFAULT_COMPRESSION)
+                : entry.data;
+        const uint64_t size =
+            entry.statedSize >= 0 ? uint64_t(entry.statedSize) : entry.data.size();
+        const uint32_t crc = crc32(0, reinterpret_cast<const Bytef*>(entry.data.data()),
+                                   static_cast<uInt>(entry.data.size()));
+        const uint64_t offset =
+            entry.sharesDataWith >= 0 ? offsets.at(size_t(entry.sharesDataWith)) : archive.size();
+        offsets.push_back(offset);
+        // The fields from the flags to the extra field's length, alike in both headers.
+        auto putShared = [&](std::string& out, const std::string& extra) {
+            put(out, {{entry.flags, 2},
+                      {entry.method, 2},
+                      {0, 2},
+                      {0x0021, 2},
+                      {crc, 4},
+                      {zip64 ? kMax32 : stored.size(), 4},
+                      {zip64 ? kMax32 : size, 4},
+                      {entry.name.size(), 2},
+                      {extra.size(), 2}});
+        };
+        std::string localExtra;
+        std::string centralExtra;
+        if (zip64) {
+            put(localExtra, {{1, 2}, {16, 2}, {size, 8}, {stored.size(), 8}});
+            put(centralExtra, {{1, 2}, {24, 2}, {size, 8}, {stored.size(), 8}, {offset, 8}});
+        }
+        // An entry that shares another's data has a directory record and nothing else.
+        if (entry.sharesDataWith < 0) {
+            put(archive, {{0x04034b50, 4}, {needed, 2}});
+            putShared(archive, localExtra);
+            archive += entry.name + localExtra + stored;
+        }
+        put(directory, {{0x02014b50, 4}, {needed, 2}, {needed, 2}});
+        putShared(directory, centralExtra);
+        // Comment length, disk, internal and external attributes, the local header's offset.
+        put(directory, {{0, 2}, {0, 2}, {0, 2}, {0, 4}, {zip64 ? kMax32 : offset, 4}});
+        directory += entry.name + centralExtra;
+    }
+    const uint64_t directoryOffset = archive.size();
+    archive += directory;
+    const bool records64 = form != ZipForm::kClassic;
+    if (records64) {
+        // The Zip64 end record and its locator.
+        const uint64_t recordOffset = archive.size();
+        put(archive, {{0x06064b50, 4},
+                      {44, 8},
+                      {45, 2},
+                      {45, 2},
+                      {0, 4},
+                      {0, 4},
+                      {entries.size(), 8},
+                      {entries.size(), 8},
+                      {directory.size(), 8},
+                      {directoryOffset, 8}});
+        put(archive, {{0x07064b50, 4}, {0, 4}, {recordOffset, 8}, {1, 4}});
+    }
+    const uint64_t count = records64 ? 0xFFFF : entries.size();
+    put(archive, {{0x06054b50, 4},
+                  {0, 2},
+                  {0, 2},
+                  {count, 2},
+                  {count, 2},
+                  {records64 ? kMax32 : directory.size(), 4},
+                  {records64 ? kMax32 : directoryOffset, 4},
+                  {0, 2}});
+    return archive;
+}
+
+std::string writePackage(const ScratchFolder& scratch, const std::string& name,
+                         const std::vector<RawEntry>& entries) {
+    const std::string path = scratch / name;
+    writeFile(path, buildZip(entries));
+    return path;
+}
+
+std::string deflatedZeros(uint64_t size) {
+    return deflateRepeated(std::string(1 << 20, '\0'), size, Z_BEST_COMPRESSION);
+}
+
+std::string noise(size_t size) {
+    std::independent_bits_engine<std::mt19937, 8, unsigned> random(11);
+    std::string bytes(size, '\0');
+    std::generate(bytes.begin(), bytes.end(), std::ref(random));
+    return bytes;
+}
+
+std::string audioClip(const std::string& path, bool external) {
+    return "<Clip time=\"0\" duration=\"1\"><Audio sampleRate=\"44100\" channels=\"1\" "
+           "duration=\"1\"><File path=\"" +
+           path + "\" external=\"" + (external ? "true" : "false") + "\"/></Audio></Clip>";
+}
+
+std::string documentWith(const std::string& clips) {
+    return "<Project version=\"1.0\"><Application name=\"A\" version=\"1\"/>"
+           "<Structure><Track contentType=\"audio\" id=\"t1\" name=\"T\"/></Structure>"
+           "<Arrangement><Lanes timeUnit=\"seconds\"><Lanes track=\"t1\"><Clips>" +
+           clips + "</Clips></Lanes></Lanes></Arrangement></Project>";
+}
+
 ReportingClient::ReportingClient(const std::string& base) {
     if (base.empty())
         return;
     const char* names[5] = {nullptr, "Preset", "Audio", "Midi", "Video"};
-    for (int type = 1; type <= 4; ++type) {
-        const std::string folder = base + "/" + names[type];
-        folders_[type] = std::u16string(folder.begin(), folder.end());
-    }
+    for (int type = 1; type <= 4; ++type)
+        folders_[type] = Halvorn::toUtf16(base + "/" + names[type]);
 }
 
 const Halvorn::char16* ReportingClient::getPathForFileType(Halvorn::int32 type) {
@@ -195,10 +192,7 @@ const Halvorn::char16* ReportingClient::getPathForFileType(Halvorn::int32 type) 
 }
 
 Halvorn::tresult ReportingClient::report(Halvorn::int32 what, const Halvorn::char16* subject) {
-    std::string text;
-    for (const Halvorn::char16* c = subject; c && *c; ++c)
-        text += char(*c); // the tests use ASCII names
-    reports_.emplace_back(what, text);
+    reports_.emplace_back(what, Halvorn::toUtf8(subject));
     return Halvorn::kResultOk;
 }
 
@@ -214,8 +208,8 @@ Halvorn::IPtr<Halvorn::IMediaProjectPackage> readWith(const std::string& package
                                                       ReportingClient& client) {
     using namespace Halvorn;
     const auto manager = IPtr<IMediaPackageManager>::adopt(CreatePackageManager());
-    const std::u16string path(package.begin(), package.end());
-    return IPtr<IMediaProjectPackage>::adopt(manager->readPackage(path.c_str(), &client));
+    return IPtr<IMediaProjectPackage>::adopt(
+        manager->readPackage(toUtf16(package).c_str(), &client));
 }
 
 bool zip(const std::string& folder, const std::string& archive) {

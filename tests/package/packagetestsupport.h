@@ -8,6 +8,7 @@
 #include "support/counted.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -34,8 +35,7 @@ public:
 
 private:
     ScratchFolder scratch_;
-    std::string previous_;
-    bool hadPrevious_;
+    std::optional<std::string> previous_;
 };
 
 // One entry of a hand-made archive.
@@ -62,8 +62,20 @@ enum class ZipForm {
 // Builds a zip archive byte by byte, independent of minizip.
 std::string buildZip(const std::vector<RawEntry>& entries, ZipForm form = ZipForm::kClassic);
 
+// Writes the archive of the entries as scratch/name and gives its path.
+std::string writePackage(const ScratchFolder& scratch, const std::string& name,
+                         const std::vector<RawEntry>& entries);
+
 // Raw deflate of size zero bytes, made in pieces so that no buffer of that size is needed.
 std::string deflatedZeros(uint64_t size);
+
+// Bytes that don't compress, the same for the same size.
+std::string noise(size_t size);
+
+// A document of one audio track, id t1, holding the given clips; audioClip makes a clip whose
+// one event refers to path.
+std::string audioClip(const std::string& path, bool external = false);
+std::string documentWith(const std::string& clips);
 
 // A client that puts each file type into a folder below base (or wants none when base is
 // empty) and keeps what the read reports.

@@ -1,6 +1,5 @@
 // The corvelle tool on the sample package, run as a user would: output, exit codes, extraction.
 #include "corvelle/version.h"
-#include "packagetestsupport.h"
 #include "toolpaths.h"
 
 #include <gtest/gtest.h>
@@ -9,11 +8,9 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <cstdio>
 #include <filesystem>
 #include <fnmatch.h>
 #include <map>
-#include <random>
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -23,23 +20,6 @@
 using namespace PackageTest;
 
 namespace {
-
-struct ToolRun {
-    int status;
-    std::string out;
-    std::string err;
-};
-
-// setup is shell text run before the tool in the same shell (variables, limits).
-ToolRun runTool(const std::string& arguments, const ScratchFolder& scratch,
-                const std::string& setup = "", const std::string& tool = kTool) {
-    const std::string errFile = scratch / "stderr.txt";
-    const std::string command = setup + "'" + tool + "' " + arguments + " 2>'" + errFile + "'";
-    ToolRun run{-1, {}, {}};
-    run.out = TestSupport::runCommand(command, run.status);
-    run.err = readFile(errFile);
-    return run;
-}
 
 // Starts the tool without waiting for it; its pid, or -1.
 pid_t startTool(const std::vector<std::string>& arguments) {
@@ -72,18 +52,8 @@ bool holdsFiles(const std::string& folder) {
 
 } // namespace
 
-class Tool : public ::testing::Test {
-protected:
-    void SetUp() override {
-        if (!exists(kTool) || !exists(kHost) || !exists(kSample))
-            GTEST_SKIP() << "the corvelle tool and the sample package are not built";
-    }
-    PrivateTempFolder temp;
-    ScratchFolder scratch;
-};
-
 TEST_F(Tool, InfoSummarisesTheSamplePackage) {
-    const ToolRun run = runTool("info '" + kSample + "'", scratch);
+    const ToolRun run = runTool("info '" + kSample + "'");
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.err, "");
     EXPECT_EQ(run.out, "Application:       Corvelle Sample 1.0\n"
@@ -100,9 +70,10 @@ TEST_F(Tool, InfoSummarisesTheSamplePackage) {
 }
 
 TEST_F(Tool, DumpGivesTheWholeTreeAsJson) {
-    const ToolRun run = runTool("dump --json '" + kSample + "'", scratch);
+    const ToolRun run = runTool("dump --json '" + kSample + "'");
     ASSERT_EQ(run.status, 0);
     const auto tree = nlohmann::json::parse(run.out);
+    EXPECT_EQ(tree["format"], 1);
     ASSERT_GE(tree["tracks"].size(), 2u);
     const auto& tone = tree["tracks"][0];
     EXPECT_EQ(tone["name"], "Tone");
@@ -118,13 +89,13 @@ TEST_F(Tool, DumpGivesTheWholeTreeAsJson) {
     EXPECT_EQ(tree["channels"][0]["role"], "master");
     EXPECT_EQ(tree["channels"][1]["name"], "Echo");
 
-    const ToolRun outline = runTool("dump '" + kSample + "'", scratch);
+    const ToolRun outline = runTool("dump '" + kSample + "'");
     EXPECT_EQ(outline.status, 0);
     EXPECT_NE(outline.out.find("  name: Corvelle Sample\n"), std::string::npos);
 }
 
 TEST_F(Tool, ExtractCopiesTheMediaAndEachCommandHasHelp) {
-    const ToolRun run = runTool("extract '" + kSample + "' '" + (scratch / "out") + "'", scratch);
+    const ToolRun run = runTool("extract '" + kSample + "' '" + (scratch / "out") + "'");
     EXPECT_EQ(run.status, 0);
     const std::string tone = readFile(scratch / "out/Audio/tone.wav");
     EXPECT_EQ(tone.size(), 44u + 2 * 44100);
@@ -132,7 +103,7 @@ TEST_F(Tool, ExtractCopiesTheMediaAndEachCommandHasHelp) {
     EXPECT_NE(run.out.find("1 of 1 media files"), std::string::npos);
 
     for (const char* command : {"info", "dump", "extract"})
-        EXPECT_EQ(runTool(std::string(command) + " --help", scratch).status, 0) << command;
+        EXPECT_EQ(runTool(std::string(command) + " --help").status, 0) << command;
     EXPECT_TRUE(temp.leftovers().empty());
 }
 
@@ -144,16 +115,16 @@ TEST_F(Tool, MisuseExitsTwoNamingTheCulpritAndVersionNamesBoth) {
         {"", "subcommand"},
     };
     for (const auto& [arguments, culprit] : misuses) {
-        const ToolRun run = runTool(arguments, scratch);
+        const ToolRun run = runTool(arguments);
         EXPECT_EQ(run.status, 2) << arguments;
         EXPECT_NE(run.err.find(culprit), std::string::npos) << arguments << ": " << run.err;
         EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;
     }
-    const ToolRun version = runTool("--version", scratch);
+    const ToolRun version = runTool("--version");
     EXPECT_EQ(version.status, 0);
     EXPECT_EQ(version.out,
               std::string("corvelle ") + CORVELLE_VERSION + " (module class version 1.0.30.119)\n");
-    const ToolRun help = runTool("--help", scratch);
+    const ToolRun help = runTool("--help");
     EXPECT_NE(help.out.find("3 finished with warnings"), std::string::npos);
     for (const char* command : {"info", "dump", "ls", "extract", "check", "repack", "new"})
         EXPECT_NE(help.out.find("\n  " + std::string(command) + " "), std::string::npos)
@@ -161,13 +132,13 @@ TEST_F(Tool, MisuseExitsTwoNamingTheCulpritAndVersionNamesBoth) {
 }
 
 TEST_F(Tool, LsListsTheEntriesAndEveryJsonCarriesItsFormat) {
-    const ToolRun table = runTool("ls '" + kSample + "'", scratch);
+    const ToolRun table = runTool("ls '" + kSample + "'");
     EXPECT_EQ(table.status, 0) << table.err;
     EXPECT_NE(table.out.find("    88244  "), std::string::npos) << table.out;
     EXPECT_NE(table.out.find("   audio/tone.wav\n"), std::string::npos) << table.out;
     EXPECT_NE(table.out.find(" 3 files\n"), std::string::npos) << table.out;
 
-    const auto list = nlohmann::json::parse(runTool("ls --json '" + kSample + "'", scratch).out);
+    const auto list = nlohmann::json::parse(runTool("ls --json '" + kSample + "'").out);
     EXPECT_EQ(list["format"], 1);
     std::map<std::string, uint64_t> sizes;
     for (const auto& entry : list["entries"])
@@ -175,31 +146,17 @@ TEST_F(Tool, LsListsTheEntriesAndEveryJsonCarriesItsFormat) {
     EXPECT_EQ(sizes["audio/tone.wav"], 88244u);
     EXPECT_EQ(sizes.count("project.xml"), 1u);
 
-    const auto summary =
-        nlohmann::json::parse(runTool("info --json '" + kSample + "'", scratch).out);
+    const auto summary = nlohmann::json::parse(runTool("info --json '" + kSample + "'").out);
     EXPECT_EQ(summary["format"], 1);
     EXPECT_EQ(summary["tracks"], 5);
     EXPECT_EQ(summary["signature"]["numerator"], 4);
     EXPECT_EQ(summary["mediaFiles"], nlohmann::json::array({"audio/tone.wav"}));
-    EXPECT_EQ(
-        nlohmann::json::parse(runTool("dump --json '" + kSample + "'", scratch).out)["format"], 1);
-
-    // Not archives: the listing never opens a FIFO, which would block.
-    writeFile(scratch / "text.corvelle", "not a package");
-    ASSERT_EQ(mkfifo((scratch / "pipe.corvelle").c_str(), 0600), 0);
-    for (const char* name : {"text.corvelle", "pipe.corvelle", "missing.corvelle", "."}) {
-        const ToolRun failed = runTool("ls '" + (scratch / name) + "'", scratch);
-        EXPECT_EQ(failed.status, 1) << name;
-        EXPECT_EQ(failed.out, "") << name;
-        EXPECT_EQ(std::count(failed.err.begin(), failed.err.end(), '\n'), 1) << failed.err;
-    }
 }
 
 TEST_F(Tool, MediaThatCannotBePlacedIsAWarningNeverSuccess) {
     // A target that is a plain file: no folder can be made below it.
     writeFile(scratch / "plain", "");
-    const ToolRun blocked =
-        runTool("extract '" + kSample + "' '" + (scratch / "plain") + "'", scratch);
+    const ToolRun blocked = runTool("extract '" + kSample + "' '" + (scratch / "plain") + "'");
     EXPECT_EQ(blocked.status, 3);
     EXPECT_NE(blocked.err.find("media file not placed: audio/tone.wav"), std::string::npos)
         << blocked.err;
@@ -207,19 +164,25 @@ TEST_F(Tool, MediaThatCannotBePlacedIsAWarningNeverSuccess) {
 
     // A package whose document names a medium the archive doesn't hold.
     const std::string documents = std::string(CORVELLE_SOURCE_DIR) + "/examples/sample-project/";
-    writeFile(scratch / "hollow.corvelle",
-              buildZip({{"project.xml", readFile(documents + "project.xml")},
-                        {"metadata.xml", readFile(documents + "metadata.xml")}}));
-    const ToolRun extracted = runTool(
-        "extract '" + (scratch / "hollow.corvelle") + "' '" + (scratch / "out") + "'", scratch);
+    const std::string hollow = writePackage(scratch, "hollow.corvelle",
+                                            {{"project.xml", readFile(documents + "project.xml")}});
+    const ToolRun extracted = runTool("extract '" + hollow + "' '" + (scratch / "out") + "'");
     EXPECT_EQ(extracted.status, 3);
     EXPECT_EQ(std::count(extracted.err.begin(), extracted.err.end(), '\n'), 1) << extracted.err;
-    const ToolRun repacked = runTool("repack '" + (scratch / "hollow.corvelle") + "' '" +
-                                         (scratch / "again.corvelle") + "'",
-                                     scratch);
+    const ToolRun repacked =
+        runTool("repack '" + hollow + "' '" + (scratch / "again.corvelle") + "'");
     EXPECT_EQ(repacked.status, 3);
     EXPECT_NE(repacked.err.find("media file not placed: "), std::string::npos) << repacked.err;
     EXPECT_TRUE(exists(scratch / "again.corvelle"));
+
+    // A path that leads out of the package has a warning of its own.
+    const std::string odd = writePackage(scratch, "odd.corvelle",
+                                         {{"project.xml", documentWith(audioClip("../x.wav"))}});
+    const ToolRun refused = runTool("extract '" + odd + "' '" + (scratch / "x") + "'");
+    EXPECT_EQ(refused.status, 3);
+    EXPECT_NE(refused.err.find("corvelle: refused media path leading out of the package: ../x.wav"),
+              std::string::npos)
+        << refused.err;
     EXPECT_TRUE(temp.leftovers().empty());
 }
 
@@ -230,19 +193,10 @@ TEST_F(Tool, SignalsLeaveNoTemporaryFolderStagingFolderOrPartialTarget) {
     GTEST_SKIP() << "signal delivery around fork is not reliable under ThreadSanitizer";
 #endif
     // Enough incompressible audio that the work takes long enough to be caught in the middle.
-    std::mt19937 random(3);
-    std::string noise(48u << 20, '\0');
-    for (char& byte : noise)
-        byte = static_cast<char>(random());
-    const std::string package = scratch / "big.corvelle";
-    writeFile(package,
-              buildZip({{"project.xml",
-                         "<Project><Structure><Track contentType=\"audio\" id=\"t\"/></Structure>"
-                         "<Arrangement><Lanes timeUnit=\"seconds\"><Lanes track=\"t\"><Clips>"
-                         "<Clip><Audio><File path=\"audio/noise.wav\"/></Audio></Clip>"
-                         "</Clips></Lanes></Lanes></Arrangement></Project>"},
-                        {"audio/noise.wav", noise, 0}}));
-    noise.clear();
+    const std::string package =
+        writePackage(scratch, "big.corvelle",
+                     {{"project.xml", documentWith(audioClip("audio/noise.wav"))},
+                      {"audio/noise.wav", noise(48u << 20), 0}});
     const std::string out = scratch / "out";
     writeFile(out + "/song.corvelle", "the user's earlier package");
 
@@ -269,34 +223,14 @@ TEST_F(Tool, SignalsLeaveNoTemporaryFolderStagingFolderOrPartialTarget) {
     EXPECT_TRUE(temp.leftovers().empty());
 }
 
-TEST_F(Tool, ExtractWarnsOfEveryCaseTheReadMet) {
-    const std::string package = scratch / "odd.corvelle";
-    writeFile(package,
-              buildZip({{"project.xml",
-                         "<Project><Structure><Track contentType=\"audio\" id=\"t\"/></Structure>"
-                         "<Arrangement><Lanes timeUnit=\"seconds\"><Lanes track=\"t\"><Clips>"
-                         "<Clip><Audio><File path=\"../x.wav\"/></Audio></Clip>"
-                         "</Clips></Lanes></Lanes></Arrangement></Project>"},
-                        {"audio/x.wav", "bzip2 bytes", 12}}));
-    const ToolRun extracted =
-        runTool("extract '" + package + "' '" + (scratch / "x") + "'", scratch);
-    EXPECT_EQ(extracted.status, 3);
-    EXPECT_NE(
-        extracted.err.find("corvelle: refused media path leading out of the package: ../x.wav"),
-        std::string::npos)
-        << extracted.err;
-    EXPECT_TRUE(temp.leftovers().empty());
-}
-
 TEST_F(Tool, EveryBadInputGivesOneLineWithItsCauseAndExitOne) {
     const std::string documents = std::string(CORVELLE_SOURCE_DIR) + "/examples/sample-project/";
     const std::string whole = buildZip({{"project.xml", readFile(documents + "project.xml")}});
     writeFile(scratch / "empty.corvelle", "");
     writeFile(scratch / "text.corvelle", "not a package");
     writeFile(scratch / "cut.corvelle", whole.substr(0, whole.size() / 2));
-    writeFile(scratch / "bare.corvelle", buildZip({{"readme.txt", "no document"}}));
-    writeFile(scratch / "bad.corvelle",
-              buildZip({{"project.xml", "<Project>\n<Track>\n</Project>"}}));
+    writePackage(scratch, "bare.corvelle", {{"readme.txt", "no document"}});
+    writePackage(scratch, "bad.corvelle", {{"project.xml", "<Project>\n<Track>\n</Project>"}});
     ASSERT_EQ(mkfifo((scratch / "pipe.corvelle").c_str(), 0600), 0);
     writeFile(scratch / "plain", "");
     std::filesystem::create_directory(scratch / "folder");
@@ -307,52 +241,48 @@ TEST_F(Tool, EveryBadInputGivesOneLineWithItsCauseAndExitOne) {
     // A cap on the child's file sizes stands for a full disk; the signal it raises is ignored.
     const std::string full = "trap '' XFSZ; ulimit -f 32; ";
     const std::string s = scratch.path();
-    // fnmatch patterns: "*" stands for the private temporary folder's random name.
+    // After the program's name, fnmatch patterns: "*" stands for the private temporary folder's
+    // random name.
     const struct {
         std::string setup, arguments, line;
-        const std::string& tool;
+        const std::string& tool = kTool;
     } rows[] = {
-        {"", "info " + s + "/missing.corvelle",
-         "corvelle: " + s + "/missing.corvelle: no such file", kTool},
-        {"", "dump " + s + "/folder", "corvelle: " + s + "/folder: is a directory", kTool},
+        {"", "info " + s + "/missing.corvelle", s + "/missing.corvelle: no such file"},
+        {"", "dump " + s + "/folder", s + "/folder: is a directory"},
+        // The listing reads the archive on a road of its own and never opens a FIFO.
+        {"", "ls " + s + "/pipe.corvelle", s + "/pipe.corvelle: not a regular file"},
+        {"", "ls " + s + "/text.corvelle", s + "/text.corvelle: not a zip archive"},
         {"", "extract " + s + "/pipe.corvelle " + s + "/out",
-         "corvelle: " + s + "/pipe.corvelle: not a regular file", kTool},
-        {"", "check " + s + "/empty.corvelle", "corvelle: " + s + "/empty.corvelle: empty file",
-         kTool},
-        {"", "info " + s + "/text.corvelle", "corvelle: " + s + "/text.corvelle: not a zip archive",
-         kTool},
+         s + "/pipe.corvelle: not a regular file"},
+        {"", "check " + s + "/empty.corvelle", s + "/empty.corvelle: empty file"},
+        {"", "info " + s + "/text.corvelle", s + "/text.corvelle: not a zip archive"},
         {"", "repack " + s + "/cut.corvelle " + s + "/x.corvelle",
-         "corvelle: " + s + "/cut.corvelle: truncated archive", kTool},
-        {"", "info " + s + "/bare.corvelle",
-         "corvelle: " + s + "/bare.corvelle: no project.xml in the archive", kTool},
+         s + "/cut.corvelle: truncated archive"},
+        {"", "info " + s + "/bare.corvelle", s + "/bare.corvelle: no project.xml in the archive"},
         {"", "info " + s + "/bad.corvelle",
-         "corvelle: " + s + "/bad.corvelle: project.xml line 3, column 3: mismatched tag", kTool},
+         s + "/bad.corvelle: project.xml line 3, column 3: mismatched tag"},
         {"TMPDIR=" + s + "/none ", "info " + kSample,
-         "corvelle: " + kSample + ": cannot create a folder in the temporary folder " + s +
-             "/none: no such file or directory",
-         kTool},
+         kSample + ": cannot create a folder in the temporary folder " + s +
+             "/none: no such file or directory"},
         {"TMPDIR=" + s + "/plain ", "extract " + kSample + " " + s + "/out",
-         "corvelle: " + kSample + ": cannot create a folder in the temporary folder " + s +
-             "/plain: not a directory",
-         kTool},
+         kSample + ": cannot create a folder in the temporary folder " + s +
+             "/plain: not a directory"},
         {full, "extract " + kSample + " " + s + "/out",
-         "corvelle: " + kSample + ": cannot extract audio/tone.wav into *: file too large", kTool},
+         kSample + ": cannot extract audio/tone.wav into *: file too large"},
         {"trap '' XFSZ; ulimit -f 1; ", "new " + s + "/new.corvelle",
-         "corvelle: cannot write " + s + "/new.corvelle: file too large", kTool},
+         "cannot write " + s + "/new.corvelle: file too large"},
         {"", "repack " + kSample + " " + s + "/none/x.corvelle",
-         "corvelle: cannot write " + s + "/none/x.corvelle: no such file or directory", kTool},
-        {"", "new " + s + "/folder", "corvelle: cannot write " + s + "/folder: is a directory",
-         kTool},
+         "cannot write " + s + "/none/x.corvelle: no such file or directory"},
+        {"", "new " + s + "/folder", "cannot write " + s + "/folder: is a directory"},
         {"", host + s + "/bad.corvelle",
-         "corvelle-host: " + s + "/bad.corvelle: project.xml line 3, column 3: mismatched tag",
-         kHost},
-        {"", host + s + "/pipe.corvelle",
-         "corvelle-host: " + s + "/pipe.corvelle: not a regular file", kHost},
+         s + "/bad.corvelle: project.xml line 3, column 3: mismatched tag", kHost},
+        {"", host + s + "/pipe.corvelle", s + "/pipe.corvelle: not a regular file", kHost},
     };
     for (const auto& row : rows) {
-        const ToolRun run = runTool(row.arguments, scratch, row.setup, row.tool);
+        const ToolRun run = runTool(row.arguments, row.setup, row.tool);
         EXPECT_EQ(run.status, 1) << row.arguments;
-        EXPECT_EQ(fnmatch((row.line + "\n").c_str(), run.err.c_str(), 0), 0)
+        const std::string program = std::filesystem::path(row.tool).filename();
+        EXPECT_EQ(fnmatch((program + ": " + row.line + "\n").c_str(), run.err.c_str(), 0), 0)
             << row.arguments << "\n"
             << run.err;
         EXPECT_EQ(std::count(run.err.begin(), run.err.end(), '\n'), 1) << run.err;

@@ -1,5 +1,9 @@
-// Where the tests of the built tools find them: in the build tree beside the module.
+// The built tools as their tests find and run them: in the build tree beside the module.
 #pragma once
+
+#include "packagetestsupport.h"
+
+#include <gtest/gtest.h>
 
 #include <filesystem>
 #include <string>
@@ -12,5 +16,33 @@ inline const std::string kTool = (kBuildTree / "tools/corvelle").string();
 inline const std::string kHost = (kBuildTree / "refhost/corvelle-host").string();
 inline const std::string kSample =
     (kBuildTree / "examples/sample-project/sample.corvelle").string();
+
+struct ToolRun {
+    int status;
+    std::string out;
+    std::string err;
+};
+
+// Each test with a private temporary folder, so that it sees what a run leaves behind there.
+class Tool : public ::testing::Test {
+protected:
+    void SetUp() override {
+        if (!exists(kTool) || !exists(kHost) || !exists(kSample))
+            GTEST_SKIP() << "the corvelle tool, the reference host and the sample are not built";
+    }
+    // setup is shell text run before the tool in the same shell (variables, limits).
+    ToolRun runTool(const std::string& arguments, const std::string& setup = "",
+                    const std::string& tool = kTool) const {
+        const std::string errFile = scratch / "stderr.txt";
+        ToolRun run{-1, {}, {}};
+        run.out = TestSupport::runCommand(
+            setup + "'" + tool + "' " + arguments + " 2>'" + errFile + "'", run.status);
+        run.err = readFile(errFile);
+        return run;
+    }
+
+    PrivateTempFolder temp;
+    ScratchFolder scratch;
+};
 
 } // namespace PackageTest

@@ -3,9 +3,10 @@
 
 #include "documents/cvxmlwriter.h"
 #include "foundation/ffilesystem.h"
+#include "model/cvdevice.h"
+#include "model/cvevent.h"
+#include "model/cvtrack.h"
 #include "writertestsupport.h"
-
-#include <sstream>
 
 namespace WriterTest {
 
@@ -13,52 +14,49 @@ using namespace Halvorn;
 
 namespace {
 
-template <class Write>
-std::string writeDocument(const std::string& tree, const char* name, Write write, bool* written) {
-    const std::string path = tree + "/" + name;
-    FStream* stream =
-        gFNFileSystem->createStream(FUrl(String(path.c_str()), false), FStream::kWrite);
-    if (!stream)
-        return {};
-    CvXmlWriter writer(String(tree.c_str()));
-    const bool ok = write(writer, stream);
-    gFNFileSystem->closeStream(stream);
-    if (written)
-        *written = ok;
-    return readFile(path);
+template <class Event>
+void addTrackOf(CvProject* project, uint32 content, uint32 eventType, const char* id,
+                const std::vector<std::string>& files) {
+    auto track = newObject<CvTrack>(content, id);
+    auto clip = newObject<CvClip>(eventType, String());
+    for (const std::string& path : files) {
+        auto event = newObject<Event>(String());
+        event->setFile(toUtf16(path).c_str(), false);
+        clip->addEvent(event.get());
+    }
+    track->addClip(clip.get());
+    project->addTrack(track.get());
 }
 
 } // namespace
 
-std::string writeProjectDocument(IMediaProject* project, const std::string& tree, bool* written) {
-    return writeDocument(
-        tree, "project.xml",
-        [project](CvXmlWriter& writer, FStream* stream) {
-            return writer.writeProject(project, stream);
-        },
-        written);
-}
-
-std::string writeMetaDataDocument(const std::string& tree) {
-    return writeDocument(
-        tree, "metadata.xml",
-        [](CvXmlWriter& writer, FStream* stream) { return writer.writeMetaData(stream); }, nullptr);
-}
-
-std::string firstDifference(const std::string& expected, const std::string& actual) {
-    std::istringstream left(expected);
-    std::istringstream right(actual);
-    std::string a;
-    std::string b;
-    for (int line = 1;; ++line) {
-        const bool moreLeft = static_cast<bool>(std::getline(left, a));
-        const bool moreRight = static_cast<bool>(std::getline(right, b));
-        if (!moreLeft && !moreRight)
-            return expected == actual ? "" : "the texts differ in their last line feed";
-        if (a != b || moreLeft != moreRight)
-            return "line " + std::to_string(line) + "\n expected: " + (moreLeft ? a : "<end>") +
-                   "\n   actual: " + (moreRight ? b : "<end>");
+IPtr<CvProject> projectOf(const std::vector<std::string>& audio,
+                          const std::vector<std::string>& video,
+                          const std::vector<std::string>& states) {
+    auto project = newObject<CvProject>("App", "1");
+    addTrackOf<CvAudioEvent>(project.get(), kContentAudio, kEventAudio, "a", audio);
+    addTrackOf<CvVideoEvent>(project.get(), kContentVideo, kEventVideo, "v", video);
+    auto channel = newObject<CvChannel>(1, kChannelRoleMaster, "m");
+    for (const std::string& path : states) {
+        auto device = newObject<CvDevice>(kDeviceQuor3, kRoleAudioFX, String());
+        device->setStateFile(String(path.c_str()), false);
+        channel->addDevice(device.get());
     }
+    project->addChannel(channel.get());
+    return project;
+}
+
+std::string writeProjectDocument(IMediaProject* project, const std::string& tree, bool* written) {
+    const std::string path = tree + "/project.xml";
+    FStream* stream =
+        gFNFileSystem->createStream(FUrl(String(path.c_str()), false), FStream::kWrite);
+    if (!stream)
+        return {};
+    const bool ok = CvXmlWriter(String(tree.c_str())).writeProject(project, stream);
+    gFNFileSystem->closeStream(stream);
+    if (written)
+        *written = ok;
+    return readFile(path);
 }
 
 } // namespace WriterTest

@@ -1,9 +1,12 @@
-// Runs the document writer on a model into a tree of the test's own and gives back the text.
+// Runs the document writer on a model into a tree of the test's own and gives back the text;
+// the small models whose media the tests stage.
 #pragma once
 
-#include "corvelle/mediaproject.h"
+#include "corvelle/ptr.h"
+#include "model/cvproject.h"
 
 #include <string>
+#include <vector>
 
 namespace WriterTest {
 
@@ -11,9 +14,11 @@ namespace WriterTest {
 // written tells whether writeProject said true.
 std::string writeProjectDocument(Halvorn::IMediaProject* project, const std::string& tree,
                                  bool* written = nullptr);
-std::string writeMetaDataDocument(const std::string& tree);
 
-// The first line where two texts differ, with both versions, for a readable failure.
-std::string firstDifference(const std::string& expected, const std::string& actual);
+// An audio and a video track of one clip each and a master channel of plug-ins, whose events
+// and devices refer to the given files.
+Halvorn::IPtr<Halvorn::CvProject> projectOf(const std::vector<std::string>& audio,
+                                            const std::vector<std::string>& video = {},
+                                            const std::vector<std::string>& states = {});
 
 } // namespace WriterTest

@@ -13,16 +13,18 @@ using namespace Halvorn;
 
 namespace {
 
-IPtr<CvParameter> parameter(uint32 unit, const char* id, const char* name, double value, double min,
-                            double max, uint32 steps = 0, uint32 number = 0) {
-    auto result = newObject<CvParameter>(unit, id);
-    result->setName(name);
-    result->setMin(min);
-    result->setMax(max);
-    result->setValue(value);
-    result->setStepCount(steps);
-    result->setParameterId(number);
-    return result;
+// Adds a parameter of the given name, value, range, steps and number to target.
+template <class Target>
+void addParameter(Target* target, uint32 unit, const char* id, const char* name, double value,
+                  double min, double max, uint32 steps = 0, uint32 number = 0) {
+    auto parameter = newObject<CvParameter>(unit, id);
+    parameter->setName(name);
+    parameter->setMin(min);
+    parameter->setMax(max);
+    parameter->setValue(value);
+    parameter->setStepCount(steps);
+    parameter->setParameterId(number);
+    target->addParameter(parameter.get());
 }
 
 IPtr<CvAutomationPoint> point(double time, double value, uint32 interpolation) {
@@ -36,7 +38,7 @@ IPtr<CvAutomationPoint> point(double time, double value, uint32 interpolation) {
 IPtr<CvAudioEvent> audioEvent(const std::string& path, double start, double duration, double offset,
                               uint32 rate, uint32 channels, double length) {
     auto event = newObject<CvAudioEvent>(String());
-    event->setFile(utf16(path).c_str(), false);
+    event->setFile(toUtf16(path).c_str(), false);
     event->setStart(start);
     event->setDuration(duration);
     event->setOffset(offset);
@@ -49,17 +51,17 @@ IPtr<CvChannel> guitarChannel(const GoldenMedia& media) {
     channel->setName("Guitar");
     channel->setAudioChannels(2);
     channel->setDestination("id20");
-    channel->addParameter(parameter(kUnitLinear, "id4", kParamVolume, 0.8, 0.0, 2.0).get());
-    channel->addParameter(parameter(kUnitNormalized, "id5", kParamPan, 0.25, 0.0, 1.0).get());
-    channel->addParameter(parameter(kUnitNormalized, "id6", kParamMute, 0.0, 0.0, 1.0, 2).get());
+    addParameter(channel.get(), kUnitLinear, "id4", kParamVolume, 0.8, 0.0, 2.0);
+    addParameter(channel.get(), kUnitNormalized, "id5", kParamPan, 0.25, 0.0, 1.0);
+    addParameter(channel.get(), kUnitNormalized, "id6", kParamMute, 0.0, 0.0, 1.0, 2);
 
     auto reverb = newObject<CvDevice>(kDeviceQuor3, kRoleAudioFX, "id7");
     reverb->setName("Reverb & Hall");
     reverb->setDeviceId("ABCDEF0123456789ABCDEF0123456789");
     reverb->setStateFile(media.state.c_str(), false);
     // The model holds the host's tag: the plug-in's own number 5 plus 4201.
-    reverb->addParameter(parameter(kUnitNormalized, "id8", "Mix", 0.5, 0.0, 1.0, 0, 4206).get());
-    reverb->addParameter(parameter(kUnitPercent, "", "Size", 75.0, 0.0, 100.0, 0, 4201).get());
+    addParameter(reverb.get(), kUnitNormalized, "id8", "Mix", 0.5, 0.0, 1.0, 0, 4206);
+    addParameter(reverb.get(), kUnitPercent, "", "Size", 75.0, 0.0, 100.0, 0, 4201);
     channel->addDevice(reverb.get());
 
     auto unsupported = newObject<CvDevice>(kDeviceAu, kRoleAudioFX, "id40");
@@ -69,17 +71,17 @@ IPtr<CvChannel> guitarChannel(const GoldenMedia& media) {
     auto compressor = newObject<CvDevice>(kDeviceCompressor, kRoleAudioFX, "id9");
     compressor->setName("Comp");
     compressor->setEnabled(false);
-    compressor->addParameter(
-        parameter(kUnitDecibel, "id10", kParamCompressorThreshold, -12.5, -60.0, 0.0).get());
-    compressor->addParameter(parameter(kUnitNormalized, "id41", "NotInTheTable", 1.0, 0, 1).get());
-    compressor->addParameter(
-        parameter(kUnitNormalized, "id11", kParamCompressorAutoMakeup, 1.0, 0.0, 1.0, 2).get());
+    addParameter(compressor.get(), kUnitDecibel, "id10", kParamCompressorThreshold, -12.5, -60.0,
+                 0.0);
+    addParameter(compressor.get(), kUnitNormalized, "id41", "NotInTheTable", 1.0, 0, 1);
+    addParameter(compressor.get(), kUnitNormalized, "id11", kParamCompressorAutoMakeup, 1.0, 0.0,
+                 1.0, 2);
     channel->addDevice(compressor.get());
 
     auto send = newObject<CvSend>(kSendPost, "id12");
     send->setDestination("id21");
-    send->addParameter(parameter(kUnitNormalized, "id13", kParamEnable, 1.0, 0.0, 1.0, 2).get());
-    send->addParameter(parameter(kUnitLinear, "id14", kParamVolume, 0.5, 0.0, 2.0).get());
+    addParameter(send.get(), kUnitNormalized, "id13", kParamEnable, 1.0, 0.0, 1.0, 2);
+    addParameter(send.get(), kUnitLinear, "id14", kParamVolume, 0.5, 0.0, 2.0);
     channel->addSend(send.get());
     auto preSend = newObject<CvSend>(kSendPre, "");
     channel->addSend(preSend.get());
@@ -127,7 +129,7 @@ IPtr<CvTrack> keysTrack(CvProject* project) {
     track->setLoaded(false);
     auto channel = newObject<CvChannel>(1, kChannelRoleRegular, "id17");
     channel->setName("Keys");
-    channel->addParameter(parameter(kUnitNormalized, "", kParamSolo, 1.0, 0.0, 1.0, 2).get());
+    addParameter(channel.get(), kUnitNormalized, "", kParamSolo, 1.0, 0.0, 1.0, 2);
     track->setChannel(channel.get());
     project->addChannel(channel.get());
 
@@ -155,30 +157,31 @@ IPtr<CvTrack> videoTrack(const GoldenMedia& media) {
     clip->setName("Film");
     clip->setDuration(12.0);
     auto video = newObject<CvVideoEvent>(String());
-    video->setFile(utf16(media.movie).c_str(), false);
+    video->setFile(toUtf16(media.movie).c_str(), false);
     video->setFormat(48000, 576000, 12.0);
     clip->addEvent(video.get());
     track->addClip(clip.get());
     return track;
 }
 
+// A track of one clip, both named name, with an event where the clip starts and one where it
+// ends.
 template <class Event, class Fill>
-IPtr<CvTrack> timelineTrack(uint32 content, uint32 eventType, const char* id, const char* name,
-                            double duration, std::initializer_list<double> times, Fill fill) {
+void addTimelineTrack(CvProject* project, uint32 content, uint32 eventType, const char* id,
+                      const char* name, double duration, Fill fill) {
     auto track = newObject<CvTrack>(content, id);
     track->setName(name);
     auto clip = newObject<CvClip>(eventType, String());
     clip->setName(name);
     clip->setDuration(duration);
-    int index = 0;
-    for (double time : times) {
+    for (bool last : {false, true}) {
         auto event = newObject<Event>();
-        event->setStart(time);
-        fill(event.get(), index++);
+        event->setStart(last ? duration : 0.0);
+        fill(event.get(), last);
         clip->addEvent(event.get());
     }
     track->addClip(clip.get());
-    return track;
+    project->addTrack(track.get());
 }
 
 IPtr<CvChannel> returnChannel() {
@@ -189,16 +192,13 @@ IPtr<CvChannel> returnChannel() {
     channel->setDestination("id20");
     auto equalizer = newObject<CvEqualizer>(kRoleAudioFX, "id22");
     equalizer->setName("EQ");
-    equalizer->addParameter(
-        parameter(kUnitDecibel, "id23", kParamEqualizerInputGain, 0, -12, 12).get());
+    addParameter(equalizer.get(), kUnitDecibel, "id23", kParamEqualizerInputGain, 0, -12, 12);
     auto band = newObject<CvEqualizerBand>(kBandBell, 1, "id24");
-    band->addParameter(
-        parameter(kUnitHertz, "id25", kParamEqualizerBandFrequency, 1000.0, 20.0, 20000.0).get());
-    band->addParameter(
-        parameter(kUnitDecibel, "id26", kParamEqualizerBandGain, 3.0, -24.0, 24.0).get());
-    band->addParameter(parameter(kUnitLinear, "id27", kParamEqualizerBandQ, 0.7, 0.1, 10.0).get());
-    band->addParameter(
-        parameter(kUnitNormalized, "id28", kParamEqualizerBandEnabled, 1.0, 0.0, 1.0, 2).get());
+    addParameter(band.get(), kUnitHertz, "id25", kParamEqualizerBandFrequency, 1000.0, 20.0,
+                 20000.0);
+    addParameter(band.get(), kUnitDecibel, "id26", kParamEqualizerBandGain, 3.0, -24.0, 24.0);
+    addParameter(band.get(), kUnitLinear, "id27", kParamEqualizerBandQ, 0.7, 0.1, 10.0);
+    addParameter(band.get(), kUnitNormalized, "id28", kParamEqualizerBandEnabled, 1.0, 0.0, 1.0, 2);
     equalizer->addBand(band.get());
     channel->addDevice(equalizer.get());
     return channel;
@@ -229,33 +229,27 @@ IPtr<CvProject> buildGoldenProject(const GoldenMedia& media) {
     project->addTrack(band.get());
     project->addTrack(videoTrack(media).get());
 
-    project->addTrack(
-        timelineTrack<CvTempoEvent>(kContentTempo, kEventTempo, "id30", "Tempo", 8.0, {0.0, 8.0},
-                                    [](CvTempoEvent* event, int i) {
-                                        event->setTempo(i == 0 ? 120.0 : 140.0);
-                                        event->setInterpolation(i == 0 ? kInterpolationHold
-                                                                       : kInterpolationLinear);
-                                    })
-            .get());
-    project->addTrack(timelineTrack<CvSignatureEvent>(kContentSignature, kEventSignature, "id31",
-                                                      "Signature", 16.0, {0.0, 16.0},
-                                                      [](CvSignatureEvent* event, int i) {
-                                                          event->setNumerator(i == 0 ? 4 : 3);
-                                                          event->setDenominator(4);
-                                                      })
-                          .get());
-    project->addTrack(timelineTrack<CvMarkerEvent>(kContentMarkers, kEventMarker, "id32", "Markers",
-                                                   10.5, {0.0, 10.5},
-                                                   [](CvMarkerEvent* event, int i) {
-                                                       if (i == 0)
-                                                           event->setName("Intro");
-                                                   })
-                          .get());
+    addTimelineTrack<CvTempoEvent>(project.get(), kContentTempo, kEventTempo, "id30", "Tempo", 8.0,
+                                   [](CvTempoEvent* event, bool last) {
+                                       event->setTempo(last ? 140.0 : 120.0);
+                                       event->setInterpolation(last ? kInterpolationLinear
+                                                                    : kInterpolationHold);
+                                   });
+    addTimelineTrack<CvSignatureEvent>(project.get(), kContentSignature, kEventSignature, "id31",
+                                       "Signature", 16.0, [](CvSignatureEvent* event, bool last) {
+                                           event->setNumerator(last ? 3 : 4);
+                                           event->setDenominator(4);
+                                       });
+    addTimelineTrack<CvMarkerEvent>(project.get(), kContentMarkers, kEventMarker, "id32", "Markers",
+                                    10.5, [](CvMarkerEvent* event, bool last) {
+                                        if (!last)
+                                            event->setName("Intro");
+                                    });
 
     auto master = newObject<CvChannel>(1, kChannelRoleMaster, "id20");
     master->setName("Main");
     master->setAudioChannels(2);
-    master->addParameter(parameter(kUnitLinear, "id29", kParamVolume, 1.0, 0.0, 2.0).get());
+    addParameter(master.get(), kUnitLinear, "id29", kParamVolume, 1.0, 0.0, 2.0);
     project->addChannel(master.get());
     project->addChannel(returnChannel().get());
     auto vca = newObject<CvChannel>(1, kChannelRoleVca, "id33");

@@ -1,10 +1,6 @@
 // Media staging: what reaches the package tree, once, and what a file that can't be had does to
 // the document.
 #include "documentwriting.h"
-#include "model/cvdevice.h"
-#include "model/cvevent.h"
-#include "model/cvproject.h"
-#include "model/cvtrack.h"
 #include "writertestsupport.h"
 
 #include <gtest/gtest.h>
@@ -13,39 +9,6 @@ using namespace Halvorn;
 using namespace WriterTest;
 
 namespace {
-
-// One track of each medium and a channel of plug-ins, each pointing at the given paths.
-IPtr<CvProject> projectOf(const std::vector<std::string>& audio,
-                          const std::vector<std::string>& video,
-                          const std::vector<std::string>& states) {
-    auto project = newObject<CvProject>("App", "1");
-    auto audioTrack = newObject<CvTrack>(kContentAudio, "a");
-    auto audioClip = newObject<CvClip>(kEventAudio, String());
-    for (const std::string& path : audio) {
-        auto event = newObject<CvAudioEvent>(String());
-        event->setFile(utf16(path).c_str(), false);
-        audioClip->addEvent(event.get());
-    }
-    audioTrack->addClip(audioClip.get());
-    project->addTrack(audioTrack.get());
-    auto videoTrack = newObject<CvTrack>(kContentVideo, "v");
-    auto videoClip = newObject<CvClip>(kEventVideo, String());
-    for (const std::string& path : video) {
-        auto event = newObject<CvVideoEvent>(String());
-        event->setFile(utf16(path).c_str(), false);
-        videoClip->addEvent(event.get());
-    }
-    videoTrack->addClip(videoClip.get());
-    project->addTrack(videoTrack.get());
-    auto channel = newObject<CvChannel>(1, kChannelRoleMaster, "m");
-    for (const std::string& path : states) {
-        auto device = newObject<CvDevice>(kDeviceQuor3, kRoleAudioFX, String());
-        device->setStateFile(String(path.c_str()), false);
-        channel->addDevice(device.get());
-    }
-    project->addChannel(channel.get());
-    return project;
-}
 
 TEST(MediaStaging, EachFileOnceAndTheFirstOfANameWins) {
     ScratchFolder scratch;

@@ -1,4 +1,4 @@
-// Helpers of the writer tests: UTF-16 text and expat checks, beside the shared file helpers.
+// Helpers of the writer tests: text and expat checks, beside the shared file helpers.
 #pragma once
 
 #include "common/filesizelimit.h"
@@ -6,13 +6,15 @@
 #include "common/zipbytes.h"
 #include "corvelle/base.h"
 #include "corvelle/ptr.h"
+#include "corvelle/utf8.h"
+
+#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
 
 namespace WriterTest {
 
-using TestSupport::exists;
 using TestSupport::FileSizeLimit;
 using TestSupport::listTree;
 using TestSupport::readCentralDirectory;
@@ -21,8 +23,11 @@ using TestSupport::ScratchFolder;
 using TestSupport::writeFile;
 using TestSupport::ZipEntry;
 
-inline bool contains(const std::string& document, const std::string& text) {
-    return document.find(text) != std::string::npos;
+// Says which text it looked for and, when it is missing, shows the document.
+inline ::testing::AssertionResult contains(const std::string& document, const std::string& text) {
+    if (document.find(text) != std::string::npos)
+        return ::testing::AssertionSuccess() << "found " << text;
+    return ::testing::AssertionFailure() << "no " << text << " in\n" << document;
 }
 // How many times text stands in document, overlaps counted.
 inline size_t occurrences(const std::string& document, const std::string& text) {
@@ -32,7 +37,7 @@ inline size_t occurrences(const std::string& document, const std::string& text) 
     return n;
 }
 
-std::u16string utf16(const std::string& utf8);
+using Halvorn::toUtf16;
 
 // True when expat takes the bytes as a whole, well-formed document; else the message says why.
 bool isWellFormed(const std::string& document, std::string* message = nullptr);

@@ -1,119 +1,142 @@
 // The XML output layer: layout, escaping, the states and their failures, and safe text.
+#include "corvelle/stream.h"
 #include "documents/xml/utf8xmlwriter.h"
 #include "documents/xml/xmltext.h"
-#include "teststream.h"
+#include "support/counted.h"
 #include "writertestsupport.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+
 using namespace Halvorn;
-using WriterTest::TestStream;
 
 namespace {
 
+// An IBStream into a string that can be told to fail after a number of bytes.
+// It lives on the test's stack: the references others take must all come back.
+class TestStream : public Support::Counted<IBStream> {
+public:
+    // limit: the bytes it takes before every further write fails; -1 for no limit.
+    explicit TestStream(long limit = -1) : limit_(limit) {}
+
+    tresult read(void*, int32, int32*) override { return kNotImplemented; }
+    tresult write(void* buffer, int32 count, int32* done) override {
+        ++writes_;
+        const long room =
+            limit_ < 0 ? count : std::clamp<long>(limit_ - long(bytes_.size()), 0, count);
+        bytes_.append(static_cast<const char*>(buffer), static_cast<size_t>(room));
+        if (done)
+            *done = static_cast<int32>(room);
+        return room == count ? kResultOk : kResultFalse;
+    }
+    tresult seek(int64, int32, int64*) override { return kNotImplemented; }
+    tresult tell(int64* position) override {
+        *position = static_cast<int64>(bytes_.size());
+        return kResultOk;
+    }
+
+    const std::string& bytes() const { return bytes_; }
+    int writes() const { return writes_; }
+    // References held by others: 0 once everyone let go.
+    uint32 references() const { return uint32(count() - 1); }
+
+private:
+    std::string bytes_;
+    long limit_;
+    int writes_ = 0;
+};
+
 constexpr const char* kDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
+
+// A writer opened on a stream of its own, which it gives back before the stream goes.
+struct Opened {
+    explicit Opened(int32 flags = Xml::Writer::kIndent, const char* docType = nullptr,
+                    long limit = -1)
+        : stream(limit) {
+        EXPECT_EQ(writer.open(&stream, flags, docType), kResultOk);
+    }
+    TestStream stream;
+    UTF8XmlWriter writer;
+};
 
 // The indented layout (tabs, " />", the final line feed) is the golden documents' to check.
 TEST(XmlOutputLayout, OptionBitsChangeDeclarationLineEndsAndChecks) {
-    TestStream flat;
-    {
-        UTF8XmlWriter writer;
-        ASSERT_EQ(writer.open(&flat, Xml::Writer::kNoDeclaration, "Doc"), kResultOk);
-        EXPECT_EQ(flat.references(), 1u); // held while open, given back at close
-        writer.startElement("Doc");
-        writer.startElement("A");
-        writer.endElement();
-        writer.writeText("x<y", true);
-        writer.writeText("<b/>", false);
-        writer.endElement();
-        EXPECT_EQ(writer.close(), kResultOk);
-        EXPECT_EQ(flat.references(), 0u);
-    }
-    EXPECT_EQ(flat.bytes(), "<!DOCTYPE Doc>\n<Doc><A />x&lt;y<b/></Doc>");
+    Opened flat(Xml::Writer::kNoDeclaration, "Doc");
+    EXPECT_EQ(flat.stream.references(), 1u); // held while open, given back at close
+    flat.writer.startElement("Doc");
+    flat.writer.startElement("A");
+    flat.writer.endElement();
+    flat.writer.writeText("x<y", true);
+    flat.writer.writeText("<b/>", false);
+    flat.writer.endElement();
+    EXPECT_EQ(flat.writer.close(), kResultOk);
+    EXPECT_EQ(flat.stream.references(), 0u);
+    EXPECT_EQ(flat.stream.bytes(), "<!DOCTYPE Doc>\n<Doc><A />x&lt;y<b/></Doc>");
 
-    TestStream checked;
-    UTF8XmlWriter names;
-    ASSERT_EQ(names.open(&checked, Xml::Writer::kCheckNames, nullptr), kResultOk);
-    EXPECT_EQ(names.startElement("1st"), kResultFalse);
-    EXPECT_EQ(names.startElement("Fine"), kResultFalse) << "a refused name spoils the rest";
-    EXPECT_EQ(names.close(), kResultFalse);
-
-    for (const char* bad : {"a b", "a/b", "a=b", "a?b", "-a", ".a", "a&b"}) {
-        TestStream stream;
-        UTF8XmlWriter writer;
-        ASSERT_EQ(writer.open(&stream, Xml::Writer::kCheckNames, nullptr), kResultOk);
-        EXPECT_EQ(writer.startElement(bad), kResultFalse) << bad;
+    // A refused name fails, and spoils the rest.
+    for (const char* bad : {"1st", "a b", "a/b", "a=b", "a?b", "-a", ".a", "a&b"}) {
+        Opened names(Xml::Writer::kCheckNames);
+        EXPECT_EQ(names.writer.startElement(bad), kResultFalse) << bad;
+        EXPECT_EQ(names.writer.startElement("Fine"), kResultFalse) << bad;
     }
 
-    TestStream comments;
-    UTF8XmlWriter writer;
-    ASSERT_EQ(writer.open(&comments, Xml::Writer::kCheckComments, nullptr), kResultOk);
+    Opened comments(Xml::Writer::kCheckComments);
+    UTF8XmlWriter& writer = comments.writer;
     EXPECT_EQ(writer.writeComment("a--b"), kResultFalse);
     EXPECT_EQ(writer.writeComment("end-"), kResultFalse);
     EXPECT_EQ(writer.writeComment("fine"), kResultOk) << "a refused comment writes nothing";
     writer.startElement("R");
     EXPECT_EQ(writer.writeComment("after a start tag"), kResultFalse);
     EXPECT_EQ(writer.close(), kResultFalse);
-    EXPECT_EQ(comments.bytes(), std::string(kDeclaration) + "<!--fine-->\n<R");
+    EXPECT_EQ(comments.stream.bytes(), std::string(kDeclaration) + "<!--fine-->\n<R");
 }
 
 TEST(XmlOutputEscaping, EscapesTheTableAndPassesEverythingElse) {
-    TestStream stream;
-    {
-        UTF8XmlWriter writer;
-        ASSERT_EQ(writer.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
-        writer.startElement("E");
-        writer.addAttribute("v", "a&b<c>d\"e'f\ng\th\ri \xC3\xA9\xF0\x9F\x8E\xB5");
-        writer.endElement();
-        EXPECT_EQ(writer.close(), kResultOk);
-    }
-    EXPECT_EQ(stream.bytes(), std::string(kDeclaration) +
-                                  "<E v=\"a&amp;b&lt;c&gt;d&quot;e&apos;f&#10;g\th\ri "
-                                  "\xC3\xA9\xF0\x9F\x8E\xB5\" />\n");
-    EXPECT_TRUE(WriterTest::isWellFormed(stream.bytes()));
+    Opened out;
+    out.writer.startElement("E");
+    out.writer.addAttribute("v", "a&b<c>d\"e'f\ng\th\ri \xC3\xA9\xF0\x9F\x8E\xB5");
+    out.writer.endElement();
+    EXPECT_EQ(out.writer.close(), kResultOk);
+    EXPECT_EQ(out.stream.bytes(), std::string(kDeclaration) +
+                                      "<E v=\"a&amp;b&lt;c&gt;d&quot;e&apos;f&#10;g\th\ri "
+                                      "\xC3\xA9\xF0\x9F\x8E\xB5\" />\n");
 }
 
 TEST(XmlOutputEscaping, IndentedTextGoesInPiecesThatNeverSplitACharacter) {
     // 79 ASCII bytes and then a two-byte character that would straddle the 80-byte cut.
     const std::string text = std::string(79, 'a') + "\xC3\xA9" + std::string(10, 'b');
-    TestStream stream;
-    {
-        UTF8XmlWriter writer;
-        ASSERT_EQ(writer.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
-        writer.startElement("T");
-        EXPECT_EQ(writer.writeText(text.c_str(), true), kResultOk);
-        writer.endElement();
-        EXPECT_EQ(writer.close(), kResultOk);
-    }
-    EXPECT_EQ(stream.bytes(), std::string(kDeclaration) + "<T>\n\t" + std::string(79, 'a') +
-                                  "\n\t\xC3\xA9" + std::string(10, 'b') + "\n</T>\n");
-    EXPECT_TRUE(WriterTest::isWellFormed(stream.bytes()));
+    Opened out;
+    out.writer.startElement("T");
+    EXPECT_EQ(out.writer.writeText(text.c_str(), true), kResultOk);
+    out.writer.endElement();
+    EXPECT_EQ(out.writer.close(), kResultOk);
+    EXPECT_EQ(out.stream.bytes(), std::string(kDeclaration) + "<T>\n\t" + std::string(79, 'a') +
+                                      "\n\t\xC3\xA9" + std::string(10, 'b') + "\n</T>\n");
 }
 
 TEST(XmlOutputStates, AnIllegalCallFailsAndSwallowsTheRest) {
-    TestStream stream;
-    UTF8XmlWriter writer;
-    ASSERT_EQ(writer.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
+    Opened out;
+    UTF8XmlWriter& writer = out.writer;
     writer.startElement("Root");
     writer.startElement("Child");
     writer.endElement();
     EXPECT_EQ(writer.addAttribute("late", "x"), kResultFalse) << "the state is idle";
     EXPECT_EQ(writer.getState(), Xml::Writer::kFailed);
-    const std::string written = stream.bytes();
+    const std::string written = out.stream.bytes();
     EXPECT_EQ(writer.startElement("More"), kResultFalse);
     EXPECT_EQ(writer.endElement(), kResultFalse);
     EXPECT_EQ(writer.close(), kResultFalse);
-    EXPECT_EQ(stream.bytes(), written) << "nothing is written after the failure";
+    EXPECT_EQ(out.stream.bytes(), written) << "nothing is written after the failure";
     EXPECT_EQ(written, std::string(kDeclaration) + "<Root>\n\t<Child />");
 
-    TestStream empty;
-    UTF8XmlWriter emptyValue;
-    ASSERT_EQ(emptyValue.open(&empty, Xml::Writer::kIndent, nullptr), kResultOk);
-    emptyValue.startElement("A");
-    EXPECT_EQ(emptyValue.addAttribute("name", ""), kResultFalse);
-    EXPECT_EQ(emptyValue.addAttribute("other", "x"), kResultFalse);
-    EXPECT_EQ(emptyValue.close(), kResultFalse);
-    EXPECT_EQ(empty.bytes(), std::string(kDeclaration) + "<A");
+    Opened empty;
+    empty.writer.startElement("A");
+    EXPECT_EQ(empty.writer.addAttribute("name", ""), kResultFalse);
+    EXPECT_EQ(empty.writer.addAttribute("other", "x"), kResultFalse);
+    EXPECT_EQ(empty.writer.close(), kResultFalse);
+    EXPECT_EQ(empty.stream.bytes(), std::string(kDeclaration) + "<A");
 }
 
 TEST(XmlOutputStates, OpenCloseAndBalanceRules) {
@@ -124,10 +147,9 @@ TEST(XmlOutputStates, OpenCloseAndBalanceRules) {
     EXPECT_EQ(unopened.open(nullptr, 1, nullptr), kInvalidArgument);
     EXPECT_EQ(unopened.startElement(nullptr), kInvalidArgument);
 
-    TestStream first;
+    Opened first;
+    UTF8XmlWriter& writer = first.writer;
     TestStream second;
-    UTF8XmlWriter writer;
-    ASSERT_EQ(writer.open(&first, Xml::Writer::kIndent, nullptr), kResultOk);
     EXPECT_EQ(writer.open(&second, Xml::Writer::kIndent, nullptr), kResultFalse);
     EXPECT_EQ(second.references(), 0u);
     writer.startElement("Root");
@@ -135,15 +157,15 @@ TEST(XmlOutputStates, OpenCloseAndBalanceRules) {
     writer.addAttribute("a", "1");
     EXPECT_EQ(writer.close(), kResultOk) << "close ends what is open";
     EXPECT_EQ(second.bytes(), "");
-    EXPECT_EQ(first.bytes(), std::string(kDeclaration) + "<Root>\n\t<Open a=\"1\" />\n</Root>\n");
+    EXPECT_EQ(first.stream.bytes(),
+              std::string(kDeclaration) + "<Root>\n\t<Open a=\"1\" />\n</Root>\n");
     EXPECT_EQ(writer.close(), kResultFalse) << "a closed writer has nothing whole to report";
 
     // Past the root: a second root, text outside it and an unbalanced end would all be
     // ill-formed, so each fails.
     for (int variant = 0; variant < 3; ++variant) {
-        TestStream stream;
-        UTF8XmlWriter balanced;
-        ASSERT_EQ(balanced.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
+        Opened out;
+        UTF8XmlWriter& balanced = out.writer;
         balanced.startElement("Root");
         balanced.endElement();
         const tresult result = variant == 0   ? balanced.startElement("Second")
@@ -151,20 +173,18 @@ TEST(XmlOutputStates, OpenCloseAndBalanceRules) {
                                               : balanced.endElement();
         EXPECT_EQ(result, kResultFalse) << variant;
         EXPECT_EQ(balanced.close(), kResultFalse);
-        EXPECT_TRUE(WriterTest::isWellFormed(stream.bytes())) << variant;
+        EXPECT_TRUE(WriterTest::isWellFormed(out.stream.bytes())) << variant;
     }
 }
 
 TEST(XmlOutputStates, AShortWriteFailsTheDocumentAtThatPiece) {
-    TestStream stream(50); // the declaration and a little more
-    UTF8XmlWriter writer;
-    ASSERT_EQ(writer.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
-    EXPECT_EQ(writer.startElement("Root"), kResultOk);
-    EXPECT_EQ(writer.addAttribute("long", "0123456789"), kResultFalse);
-    const int writes = stream.writes();
-    EXPECT_EQ(writer.endElement(), kResultFalse);
-    EXPECT_EQ(writer.close(), kResultFalse);
-    EXPECT_EQ(stream.writes(), writes) << "a failed writer doesn't touch the stream";
+    Opened out(Xml::Writer::kIndent, nullptr, 50); // the declaration and a little more
+    EXPECT_EQ(out.writer.startElement("Root"), kResultOk);
+    EXPECT_EQ(out.writer.addAttribute("long", "0123456789"), kResultFalse);
+    const int writes = out.stream.writes();
+    EXPECT_EQ(out.writer.endElement(), kResultFalse);
+    EXPECT_EQ(out.writer.close(), kResultFalse);
+    EXPECT_EQ(out.stream.writes(), writes) << "a failed writer doesn't touch the stream";
 
     TestStream tiny(10);
     UTF8XmlWriter declaration;
@@ -215,16 +235,14 @@ TEST(XmlSafeText, ReplacesWhatXmlRefusesAndKeepsEverythingElse) {
     EXPECT_EQ(Xml::toXmlUtf8("ok \xE2\x82\xAC\x07"), "ok \xE2\x82\xAC\xEF\xBF\xBD");
 
     // Whatever comes in, the attribute that carries it parses.
-    TestStream stream;
-    UTF8XmlWriter writer;
-    ASSERT_EQ(writer.open(&stream, Xml::Writer::kIndent, nullptr), kResultOk);
-    writer.startElement("R");
-    writer.addAttribute("a", Xml::toXmlUtf8(lone).c_str());
-    writer.addAttribute("b", Xml::toXmlUtf8(controls).c_str());
-    writer.addAttribute("c", Xml::toXmlUtf8("\xFF\xFE<&>").c_str());
-    ASSERT_EQ(writer.close(), kResultOk);
+    Opened out;
+    out.writer.startElement("R");
+    out.writer.addAttribute("a", Xml::toXmlUtf8(lone).c_str());
+    out.writer.addAttribute("b", Xml::toXmlUtf8(controls).c_str());
+    out.writer.addAttribute("c", Xml::toXmlUtf8("\xFF\xFE<&>").c_str());
+    ASSERT_EQ(out.writer.close(), kResultOk);
     std::string message;
-    EXPECT_TRUE(WriterTest::isWellFormed(stream.bytes(), &message)) << message;
+    EXPECT_TRUE(WriterTest::isWellFormed(out.stream.bytes(), &message)) << message;
 }
 
 } // namespace
