@@ -57,8 +57,9 @@ uint32 eventTypeOfContent(uint32 contentType) {
 void CvArrangementReader::read(const CvXmlElement& arrangement) {
     // Every track is read by now, and lanes look them up by id: index them once, in the
     // order in which the project's own look-up would find them.
-    for (CvTrack* track : project->getAllTracks())
-        if (!tracks.add(track))
+    allTracks = project->getAllTracks();
+    for (int32 place = 0; place < allTracks.total(); ++place)
+        if (!tracks.add(place))
             throw std::bad_alloc();
     for (const CvXmlElement& outer : arrangement.getChildrenByName(Element::kLanes)) {
         bool outerSeconds = readSeconds(outer, Attribute::kTimeUnit, true);

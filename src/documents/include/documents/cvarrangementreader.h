@@ -46,8 +46,9 @@ private:
 
     CvProject* project;
     CvTimeDomain* timeDomain;
-    // The project's tracks by id, the first of each id in depth-first order.
-    CvIdIndex<CvTrack> tracks;
+    // The project's tracks in depth-first order, and by id the first of each.
+    TArray<CvTrack*> allTracks;
+    CvIdIndex<CvTrack, TArray<CvTrack*>> tracks{allTracks};
 };
 
 } // namespace Halvorn

@@ -32,7 +32,7 @@ public:
         if (objects_ && !objects_->insert(object))
             objects_.reset(); // out of memory: searched element by element until rebuilt
         if (findsById_)
-            indexId(object);
+            indexId();
     }
 
     // The first element with the id, or null.
@@ -65,8 +65,9 @@ private:
     // objects new to it never pays for one.
     bool search(const T* object) {
         if (!objects_ && elements_.total() >= kIndexedFrom)
-            objects_ = buildIndex<CvPointerIndex<T>>(
-                [](CvPointerIndex<T>& index, T* element) { return index.insert(element); });
+            objects_ = buildIndex<CvPointerIndex<T>>([&](CvPointerIndex<T>& index, int32 place) {
+                return index.insert(elements_.at(place).get());
+            });
         if (objects_)
             return objects_->holds(object);
         for (const IPtr<T>& element : elements_) {
@@ -79,23 +80,22 @@ private:
 
     // Lookups by id may come from several readers at once, so this index is built as the list
     // grows, never on a lookup.
-    void indexId(T* object) {
+    void indexId() {
         if (ids_) {
-            if (!ids_->add(object))
+            if (!ids_->add(elements_.total() - 1))
                 ids_.reset();
         } else if (elements_.total() >= kIndexedFrom) {
             ids_ = buildIndex<CvIdIndex<T>>(
-                [](CvIdIndex<T>& index, T* element) { return index.add(element); });
+                [](CvIdIndex<T>& index, int32 place) { return index.add(place); }, elements_);
         }
     }
 
-    // An index of every element, or null when memory ran out.
-    template <class Index, class Insert> std::unique_ptr<Index> buildIndex(Insert insert) const {
-        std::unique_ptr<Index> index(new (std::nothrow) Index);
-        if (!index)
-            return nullptr;
-        for (const IPtr<T>& element : elements_)
-            if (!insert(*index, element.get()))
+    // An index made from args and given every element; null when memory ran out.
+    template <class Index, class Insert, class... Args>
+    std::unique_ptr<Index> buildIndex(Insert insert, const Args&... args) const {
+        std::unique_ptr<Index> index(new (std::nothrow) Index(args...));
+        for (int32 place = 0; index && place < elements_.total(); ++place)
+            if (!insert(*index, place))
                 return nullptr;
         return index;
     }

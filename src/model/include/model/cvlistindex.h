@@ -3,6 +3,7 @@
 #pragma once
 
 #include "foundation/fstring.h"
+#include "corvelle/ptr.h"
 #include "foundation/tarray.h"
 #include "model/cvnode.h"
 
@@ -111,35 +112,34 @@ private:
     CvSlotTable<Slot> table_;
 };
 
-// The first element added for each id, T being a CvNode class. Ids never change once given,
-// so the index stays true as long as every element that the list gains is added here too.
-// A slot is half a pointer pair: 32 bits of the id's hash and the element's place in an array
-// of the indexed elements, so that the slots of a large list stay within the processor's
-// caches twice as long as slots holding a pointer and a whole hash would.
-template <class T> class CvIdIndex {
+// The first element of each id in an array that only grows, found by id: T is a CvNode class and
+// Elements an array of T* or IPtr<T>, borrowed for the index's life. Ids never change once given,
+// so the index stays true as long as each place that the array gains is added here too. A slot
+// is 32 bits of the id's hash and the element's place, 8 bytes, so that the slots of a large
+// list stay within the processor's caches twice as long as slots holding a pointer and a whole
+// hash would.
+template <class T, class Elements = TArray<IPtr<T>>> class CvIdIndex {
 public:
-    // Keeps the element unless one with the same id came first; false when memory ran out.
-    [[nodiscard]] bool add(T* element) {
-        const String& id = idOf(element);
+    explicit CvIdIndex(const Elements& elements) : elements_(elements) {}
+    // A copy would look into the other index's array.
+    CvIdIndex(const CvIdIndex&) = delete;
+    CvIdIndex& operator=(const CvIdIndex&) = delete;
+
+    // Takes the element at place unless one with the same id came first; false when memory ran
+    // out.
+    [[nodiscard]] bool add(int32 place) {
+        const String& id = idOf(at(uint32(place)));
         const uint64 hash = hashText(id);
-        if (find(id, hash))
-            return true;
-        const int32 place = elements_.total();
-        if (place == kMaxPlaces || !elements_.add(element))
-            return false;
-        if (table_.insert(Slot{uint32(hash), uint32(place) + 1}))
-            return true;
-        elements_.removeAt(place);
-        return false;
+        return find(id, hash) || table_.insert(Slot{uint32(hash), uint32(place) + 1});
     }
 
     T* find(const String& id) const { return find(id, hashText(id)); }
 
-    static const String& idOf(const T* element) {
-        return element->getNodeId();
-    }
+    static const String& idOf(const T* element) { return element->getNodeId(); }
 
 private:
+    // An array holds fewer than 2^31 elements, so a table kept half full has at most 2^32 slots,
+    // and the 32 hash bits a slot keeps place it where the whole hash would.
     struct Slot {
         bool empty() const { return number == 0; }
         uint64 hash() const { return hashBits; }
@@ -147,19 +147,18 @@ private:
         uint32 hashBits = 0;
         uint32 number = 0; // the element's place plus one; zero in an empty slot
     };
-    // Kept half full, a table of this many elements has at most 2^31 slots, so the 32 hash bits
-    // a slot keeps place it exactly where the whole hash would.
-    static constexpr int32 kMaxPlaces = 1 << 30;
+
+    static T* raw(T* element) { return element; }
+    static T* raw(const IPtr<T>& element) { return element.get(); }
+    T* at(uint32 place) const { return raw(elements_.at(int32(place))); }
 
     T* find(const String& id, uint64 hash) const {
-        const Slot* slot = table_.find(hash, [&](const Slot& candidate) {
-            return idOf(elements_.at(int32(candidate.number - 1))) == id;
-        });
-        return slot ? elements_.at(int32(slot->number - 1)) : nullptr;
+        const Slot* slot = table_.find(
+            hash, [&](const Slot& candidate) { return idOf(at(candidate.number - 1)) == id; });
+        return slot ? at(slot->number - 1) : nullptr;
     }
 
-    // Doubling, so that a long list grows in linear time.
-    TArray<T*> elements_{-1};
+    const Elements& elements_;
     CvSlotTable<Slot> table_;
 };
 
