@@ -92,8 +92,8 @@ TEST_F(AutomationExportTest, EmptyLanesStillUseAnId) {
     IMediaTrack* after = findTrack(withEmpty.get(), "Drums");
     EXPECT_EQ(before->getAutomationCount(), after->getAutomationCount());
     // Everything made after the drums' lanes is one id further on.
-    EXPECT_EQ(std::stoi(idOf(findTrack(withEmpty.get(), "Keys")).substr(2)),
-              std::stoi(idOf(findTrack(plain.get(), "Keys")).substr(2)) + 1);
+    EXPECT_EQ(idNumber(findTrack(withEmpty.get(), "Keys")),
+              idNumber(findTrack(plain.get(), "Keys")) + 1);
 }
 
 } // namespace ExportTest

@@ -45,11 +45,19 @@ IMediaChannel* findChannel(IMediaProject* project, const std::string& name) {
     return nullptr;
 }
 
+IMediaDevice* deviceOfType(IMediaChannel* channel, uint32 type) {
+    for (uint32 index = 0; channel && index < channel->getDeviceCount(); ++index)
+        if (channel->getDevice(index)->getDeviceType() == type)
+            return channel->getDevice(index);
+    return nullptr;
+}
+
+int idNumber(FUnknown* object) { return std::stoi(idOf(object).substr(2)); }
+
 IPtr<IMediaProject> ExportTest::exportModel() {
     auto client = newObject<CvPackageManagerClient>();
     client->setPathForFileType(1, String(presetFolder().c_str()));
-    auto exporter =
-        newObject<CvHostProjectExporter>(host(), client.get());
+    auto exporter = newObject<CvHostProjectExporter>(host(), client.get());
     return IPtr<IMediaProject>::adopt(exporter->run());
 }
 

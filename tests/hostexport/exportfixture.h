@@ -2,6 +2,7 @@
 // in-process, and lookups in the exported model through its IMedia interfaces.
 #pragma once
 
+#include "corvelle/mediadevice.h"
 #include "corvelle/mediaproject.h"
 #include "corvelle/mediatrack.h"
 #include "refhost/hostfixture.h"
@@ -19,6 +20,10 @@ std::string idOf(FUnknown* object);
 IMediaTrack* findTrack(IMediaProject* project, const std::string& name);
 // The project channel with this name; borrowed.
 IMediaChannel* findChannel(IMediaProject* project, const std::string& name);
+// The channel's first device of this type, or null; borrowed.
+IMediaDevice* deviceOfType(IMediaChannel* channel, uint32 type);
+// The number in an exported object's id ("id12" is 12).
+int idNumber(FUnknown* object);
 
 class ExportTest : public RefHostTest::HostTest {
 protected:

@@ -21,6 +21,7 @@ TEST_F(MixerExportTest, TransportAndIdsOfARun) {
     });
     IPtr<IMediaProject> model = exportModel();
     ASSERT_TRUE(model);
+    EXPECT_EQ(text(model->getApplicationName()), "Quor Studio");
     EXPECT_EQ(text(model->getApplicationVersion()), "5.2.1");
     IMediaParameter* tempo = model->getTempo();
     EXPECT_DOUBLE_EQ(tempo->getValue(), 140.0);

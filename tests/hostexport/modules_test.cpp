@@ -8,17 +8,6 @@ namespace ExportTest {
 
 using ModuleExportTest = ExportTest;
 
-namespace {
-IMediaDevice* deviceOfType(IMediaChannel* channel, uint32 type) {
-    for (uint32 index = 0; index < channel->getDeviceCount(); ++index)
-        if (channel->getDevice(index)->getDeviceType() == type)
-            return channel->getDevice(index);
-    return nullptr;
-}
-
-int idNumber(FUnknown* object) { return std::stoi(idOf(object).substr(2)); }
-} // namespace
-
 TEST_F(ModuleExportTest, CompressorSettingsInNeutralUnits) {
     IPtr<IMediaProject> model = exportModel();
     IMediaChannel* drums = findTrack(model.get(), "Drums")->getChannel();

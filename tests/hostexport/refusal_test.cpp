@@ -15,11 +15,13 @@ namespace ExportTest {
 
 namespace {
 
+// What the exported model shows without a link; the model may be null.
+using Check = std::function<void(IMediaProject*)>;
+
 struct Link {
     const char* name;
     FUID iid;
-    // What the exported model shows without the link; the model may be null.
-    std::function<void(IMediaProject*)> check;
+    Check check;
 };
 
 IMediaChannel* drumsChannel(IMediaProject* model) {
@@ -28,11 +30,7 @@ IMediaChannel* drumsChannel(IMediaProject* model) {
 }
 
 IMediaDevice* device(IMediaProject* model, uint32 type) {
-    IMediaChannel* channel = drumsChannel(model);
-    for (uint32 index = 0; channel && index < channel->getDeviceCount(); ++index)
-        if (channel->getDevice(index)->getDeviceType() == type)
-            return channel->getDevice(index);
-    return nullptr;
+    return deviceOfType(drumsChannel(model), type);
 }
 
 uint32 clipEvents(IMediaProject* model, const char* track) {
@@ -40,10 +38,32 @@ uint32 clipEvents(IMediaProject* model, const char* track) {
     return found && found->getClipCount() ? found->getClip(0)->getEventCount() : 99u;
 }
 
+// The checks that many links share.
+Check noModel() {
+    return [](IMediaProject* m) { EXPECT_FALSE(m); };
+}
+Check noTracks() {
+    return [](IMediaProject* m) { EXPECT_EQ(m->getTrackCount(), 0u); };
+}
+Check noClips(const char* track) {
+    return [track](IMediaProject* m) { EXPECT_EQ(findTrack(m, track)->getClipCount(), 0u); };
+}
+Check noEvents(const char* track) {
+    return [track](IMediaProject* m) { EXPECT_EQ(clipEvents(m, track), 0u); };
+}
+Check firstFaderPoint(double value) {
+    return [value](IMediaProject* m) {
+        EXPECT_NEAR(findTrack(m, "Drums")->getAutomation(0)->getPoint(0)->getValue(), value, 1e-5);
+    };
+}
+Check noDrumsLanes() {
+    return [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Drums")->getAutomationCount(), 0u); };
+}
+
 const Link kLinks[] = {
-    {"project manager", IHostProjectManager::iid, [](IMediaProject* m) { EXPECT_FALSE(m); }},
-    {"application info", IHostApplicationInfo::iid, [](IMediaProject* m) { EXPECT_FALSE(m); }},
-    {"project timeline", IHostTimelineObject::iid, [](IMediaProject* m) { EXPECT_FALSE(m); }},
+    {"project manager", IHostProjectManager::iid, noModel()},
+    {"application info", IHostApplicationInfo::iid, noModel()},
+    {"project timeline", IHostTimelineObject::iid, noModel()},
     {"object registry", IHostObjectRegistry::iid,
      [](IMediaProject* m) {
          EXPECT_FALSE(findChannel(m, "Main"));
@@ -52,23 +72,18 @@ const Link kLinks[] = {
     {"channel bus", IHostChannelBus::iid,
      [](IMediaProject* m) {
          EXPECT_EQ(m->getChannelCount(), 0u);
-         EXPECT_EQ(findTrack(m, "Drums")->getAutomationCount(), 0u);
+         noDrumsLanes()(m);
      }},
     {"speaker list", IHostSpeakerList::iid,
      [](IMediaProject* m) { EXPECT_EQ(findChannel(m, "Main")->getAudioChannels(), 0u); }},
     {"project tools", IHostProjectTools::iid,
      [](IMediaProject* m) {
-         EXPECT_EQ(m->getTrackCount(), 0u);
+         noTracks()(m);
          EXPECT_EQ(findChannel(m, "Plate")->getDeviceCount(), 0u);
      }},
-    {"volume curve", IHostVolumeCurve::iid,
-     [](IMediaProject* m) {
-         EXPECT_DOUBLE_EQ(findTrack(m, "Drums")->getAutomation(0)->getPoint(0)->getValue(), 1.0);
-     }},
-    {"mixer settings", IHostMixerSettings::iid,
-     [](IMediaProject* m) {
-         EXPECT_NEAR(findTrack(m, "Drums")->getAutomation(0)->getPoint(0)->getValue(), 0.432, 1e-5);
-     }},
+    // The fader lane's first point, read without the curve and without the mixer's settings.
+    {"volume curve", IHostVolumeCurve::iid, firstFaderPoint(1.0)},
+    {"mixer settings", IHostMixerSettings::iid, firstFaderPoint(2.0 * 0.216)},
     {"gain scale", IHostGainScale::iid,
      [](IMediaProject* m) { EXPECT_FALSE(drumsChannel(m)->findParameter(kParamVolume)); }},
     {"output routing", IHostOutputRouting::iid,
@@ -88,34 +103,22 @@ const Link kLinks[] = {
          EXPECT_TRUE(TestSupport::exists(path));
          EXPECT_EQ(TestSupport::readFile(path), "");
      }},
-    {"audio file", IHostAudioFile::iid,
-     [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Drums"), 0u); }},
-    {"audio file info", IHostAudioFileInfo::iid,
-     [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Drums"), 0u); }},
-    {"url", IHostUrl::iid, [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Drums"), 0u); }},
-    {"video clip", IHostVideoClip::iid,
-     [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Film"), 0u); }},
+    {"audio file", IHostAudioFile::iid, noEvents("Drums")},
+    {"audio file info", IHostAudioFileInfo::iid, noEvents("Drums")},
+    {"url", IHostUrl::iid, noEvents("Drums")},
+    {"video clip", IHostVideoClip::iid, noEvents("Film")},
     {"track channel", IHostTrackChannel::iid,
      [](IMediaProject* m) { EXPECT_FALSE(drumsChannel(m)); }},
-    {"automation lane", IHostAutomationLane::iid,
-     [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Drums")->getAutomationCount(), 0u); }},
-    {"automation point", IHostAutomationPoint::iid,
-     [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Drums")->getAutomationCount(), 0u); }},
-    {"object type", IHostObjectType::iid,
-     [](IMediaProject* m) { EXPECT_EQ(m->getTrackCount(), 0u); }},
-    {"timeline event", IHostTimelineEvent::iid,
-     [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Drums")->getClipCount(), 0u); }},
-    {"audio event", IAudioEvent::iid,
-     [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Drums")->getClipCount(), 0u); }},
-    {"MIDI part", IMidiPart::iid,
-     [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Keys")->getClipCount(), 0u); }},
-    {"MIDI event", IMidiEvent::iid, [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Keys"), 0u); }},
-    {"video event", IVideoEvent::iid,
-     [](IMediaProject* m) { EXPECT_EQ(findTrack(m, "Film")->getClipCount(), 0u); }},
-    {"tempo object", ITempoObject::iid,
-     [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Tempo"), 0u); }},
-    {"signature object", ISignatureObject::iid,
-     [](IMediaProject* m) { EXPECT_EQ(clipEvents(m, "Signature"), 0u); }},
+    {"automation lane", IHostAutomationLane::iid, noDrumsLanes()},
+    {"automation point", IHostAutomationPoint::iid, noDrumsLanes()},
+    {"object type", IHostObjectType::iid, noTracks()},
+    {"timeline event", IHostTimelineEvent::iid, noClips("Drums")},
+    {"audio event", IAudioEvent::iid, noClips("Drums")},
+    {"MIDI part", IMidiPart::iid, noClips("Keys")},
+    {"MIDI event", IMidiEvent::iid, noEvents("Keys")},
+    {"video event", IVideoEvent::iid, noClips("Film")},
+    {"tempo object", ITempoObject::iid, noEvents("Tempo")},
+    {"signature object", ISignatureObject::iid, noEvents("Signature")},
 };
 
 } // namespace
@@ -147,13 +150,9 @@ TEST_F(RefusalTest, TheCommandWithoutDialogsSettingsOrProgress) {
         station->ledger.refuse(missing.iid);
         std::string target = folder->path() + "/" + missing.name + ".corvelle";
         station->dialogs.answers.emplace_back(RefHost::toUtf16(target));
-        {
-            auto service = IPtr<CvService>::adopt(
-                static_cast<CvService*>(static_cast<Quor::IPluginBase*>(createService(nullptr))));
-            ASSERT_EQ(service->initialize(host()), kResultOk);
-            EXPECT_EQ(service->exportProject(nullptr, station->project->itemFace()),
-                      missing.result);
-        }
+        EXPECT_EQ(
+            RefHostTest::startService(host())->exportProject(nullptr, station->project->itemFace()),
+            missing.result);
         EXPECT_EQ(TestSupport::exists(target), missing.result == kResultOk);
         EXPECT_FALSE(TestSupport::exists(folder->path() + "/corvfiletmp"));
     }

@@ -4,8 +4,6 @@
 
 #include "common/filesizelimit.h"
 #include "common/testfiles.h"
-#include "package/cvpackagemanager.h"
-#include "package/cvpackagemanagerclient.h"
 #include "shell/cvservice.h"
 
 #include <sys/stat.h>
@@ -23,21 +21,15 @@ protected:
         start();
     }
     // A new service on the present workstation, as a host makes one.
-    void start() {
-        filter = IPtr<CvService>::adopt(
-            static_cast<CvService*>(static_cast<Quor::IPluginBase*>(createService(nullptr))));
-        ASSERT_EQ(filter->initialize(host()), kResultOk);
-    }
+    void start() { filter = RefHostTest::startService(host()); }
     void TearDown() override {
         filter = nullptr;
         ExportTest::TearDown();
     }
     // One export whose save dialog answers answer; nullopt cancels.
     tresult exportTo(std::optional<std::string> answer) {
-        if (answer)
-            station->dialogs.answers.emplace_back(RefHost::toUtf16(*answer));
-        else
-            station->dialogs.answers.emplace_back(std::nullopt);
+        station->dialogs.answers.push_back(answer ? std::optional(RefHost::toUtf16(*answer))
+                                                  : std::nullopt);
         return filter->exportProject(nullptr, station->project->itemFace());
     }
     std::string remembered() {
@@ -50,10 +42,7 @@ protected:
 };
 
 TEST_F(ServiceTest, AnswersItsFacesAndFixedOperations) {
-    uint32 flags = 0;
     EXPECT_EQ(filter->getFilterFlags(nullptr), kResultFalse);
-    EXPECT_EQ(filter->getFilterFlags(&flags), kResultOk);
-    EXPECT_EQ(flags, 27u);
     for (const FUID& iid : {Quor::IPluginBase::iid, Quor::IProjectFilterPlugin::iid,
                             Quor::IProjectFilterPlugin2::iid, Quor::IProjectFilterPlugin3::iid}) {
         void* face = nullptr;
@@ -83,19 +72,13 @@ TEST_F(ServiceTest, ExportWritesThePackageRemembersTheFolderAndCleansUp) {
     EXPECT_EQ(shown.mode, 2);
     EXPECT_EQ(RefHost::toUtf8(shown.title), "Save Corvelle File");
     EXPECT_EQ(RefHost::toUtf8(shown.startPath), "/home/user/Exports/");
+    EXPECT_EQ(shown.fileTypes, std::vector<std::u16string>{u"Corvelle (*.corvelle)"});
     EXPECT_EQ(remembered(), out());
     // The work folder and the writer's tree are gone; only the package remains.
     EXPECT_EQ(listTree(out()), std::vector<std::string>{"song.corvelle"});
 
-    CvPackageManager manager;
-    CvPackageManagerClient client;
-    auto package = IPtr<IMediaProjectPackage>::adopt(
-        manager.readPackage(String(out("song.corvelle").c_str()).text16(), &client));
-    ASSERT_TRUE(package);
-    IMediaProject* read = package->getProject();
-    EXPECT_EQ(text(read->getApplicationName()), "Quor Studio");
-    EXPECT_TRUE(findTrack(read, "Drums"));
-    EXPECT_TRUE(findTrack(read, "Film"));
+    // What the package holds is the whole road's to compare.
+    EXPECT_TRUE(RefHostTest::readPackage(out("song.corvelle")));
 
     // The next export starts where the last one went, and finds no work folder left over.
     ASSERT_EQ(exportTo(out("again.corvelle")), kResultOk);
@@ -110,6 +93,9 @@ TEST_F(ServiceTest, CancelAndBadTargetsLeaveNothingBehind) {
     EXPECT_EQ(exportTo(std::nullopt), kResultFalse);
     EXPECT_EQ(remembered(), "/home/user/Exports/");
     EXPECT_FALSE(exists(out()));
+    // A dialog the host has no answer for is cancelled as well.
+    EXPECT_EQ(filter->exportProject(nullptr, station->project->itemFace()), kResultFalse);
+    EXPECT_EQ(station->dialogs.shown.size(), 2u);
 
     // A missing folder is remembered but gets no package and no work folder.
     EXPECT_EQ(exportTo(out("x.corvelle")), kResultFalse);
@@ -153,10 +139,7 @@ TEST_F(ServiceTest, HostNamesStayTextAndNeverBecomeFiles) {
     ASSERT_EQ(exportTo(out("names.corvelle")), kResultOk);
     EXPECT_EQ(listTree(out()), std::vector<std::string>{"names.corvelle"});
     EXPECT_FALSE(exists(folder->path() + "/x"));
-    CvPackageManager manager;
-    CvPackageManagerClient client;
-    auto package = IPtr<IMediaProjectPackage>::adopt(
-        manager.readPackage(String(out("names.corvelle").c_str()).text16(), &client));
+    auto package = RefHostTest::readPackage(out("names.corvelle"));
     ASSERT_TRUE(package);
     // The document can't carry the control character; the rest reads back as it was.
     IMediaProject* read = package->getProject();
@@ -166,10 +149,6 @@ TEST_F(ServiceTest, HostNamesStayTextAndNeverBecomeFiles) {
             drums = read->getTrack(index);
     ASSERT_TRUE(drums);
     EXPECT_EQ(nameOf(drums).rfind("../../x/", 0), 0u) << nameOf(drums);
-    IPtr<IMediaProject> model = exportModel();
-    IMediaTrack* exported = findTrack(model.get(), "../../x/\x01y");
-    ASSERT_TRUE(exported);
-    EXPECT_EQ(nameOf(exported->getChannel()), "/etc/passwd");
 }
 
 } // namespace ExportTest

@@ -60,9 +60,6 @@ std::map<std::pair<std::string, uint32>, Points> lanesOf(RefHost::Track* track) 
     return lanes;
 }
 
-// The host's automation value of a gain at its default top gain of 2.
-float curve(double gain) { return float(std::cbrt(gain / 2.0)); }
-
 TEST_F(ImportTest, LanesFindTheirParameterAnywhereAndStartAtZero) {
     ASSERT_TRUE(importPackage(document(kStructure, kArrangement)));
 
@@ -83,20 +80,20 @@ TEST_F(ImportTest, LanesFindTheirParameterAnywhereAndStartAtZero) {
     };
 
     // A fader lane goes through the host's curve, and gains a point at 0 from its earliest.
-    EXPECT_TRUE(
-        near(lanes[{"", volumeTag}], {{0.0, curve(1.0)}, {2.0, curve(1.0)}, {4.0, curve(0.5)}}));
+    EXPECT_TRUE(near(lanes[{"", volumeTag}],
+                     {{0.0, faderFor(1.0)}, {2.0, faderFor(1.0)}, {4.0, faderFor(0.5)}}));
     // Points stay in list order; the first of the earliest decides the point at 0.
     EXPECT_TRUE(
         near(lanes[{"Panner", panTag}], {{0.0, 0.25f}, {3.0, 0.75f}, {1.0, 0.25f}, {1.0, 0.5f}}));
     // Lanes held by another track land on the track whose channel has the parameter. A
     // plug-in's parameter is addressed by its own id; its bounds scale the values.
     EXPECT_TRUE(near(lanes[{"Inserts/slot1/Plugin", 4201u}], {{0.0, 0.75f}, {1.0, 0.0f}}));
-    EXPECT_TRUE(near(lanes[{"Sends/send1", levelTag}], {{0.0, curve(2.0)}, {1.0, curve(2.0)}}));
+    EXPECT_TRUE(
+        near(lanes[{"Sends/send1", levelTag}], {{0.0, faderFor(2.0)}, {1.0, faderFor(2.0)}}));
     // Equal bounds: the lane lies at the bottom.
     EXPECT_TRUE(near(lanes[{"Inserts/slot1/Plugin", 4208u}], {{0.0, 0.0f}, {1.0, 0.0f}}));
     // The unknown target and the FX channel's own lane (no track holds it) are left out.
     EXPECT_EQ(lanes.size(), 5u);
-    EXPECT_EQ(stepNames().back(), "Import Corvelle");
     EXPECT_TRUE(hostTrack(u"Holder") == nullptr);
 }
 

@@ -2,10 +2,9 @@
 #include "importfixture.h"
 
 #include "hostimport/cvhostproject.h"
-#include "package/cvpackagemanager.h"
-#include "package/cvpackagemanagerclient.h"
-#include "package/cvzipwriter.h"
+#include "package/packagetestsupport.h"
 
+#include <cmath>
 #include <filesystem>
 #include <fstream>
 
@@ -20,6 +19,8 @@ std::string document(const std::string& structure, const std::string& arrangemen
            "<Structure>" + structure + "</Structure><Arrangement>" + arrangement +
            "</Arrangement></Project>";
 }
+
+float faderFor(double gain) { return float(std::cbrt(gain / 2.0)); }
 
 nlohmann::json emptySession() {
     nlohmann::json session = RefHostTest::exampleSession();
@@ -43,39 +44,16 @@ void ImportTest::SetUp() {
 }
 
 bool ImportTest::importPackage(const std::string& projectXml,
-                               const std::map<std::string, std::string>& files,
-                               IHostContext* host) {
-    std::string tree = folder->path() + "/package-tree";
-    fs::remove_all(tree);
-    fs::create_directories(tree);
-    std::ofstream(tree + "/project.xml", std::ios::binary) << projectXml;
-    for (auto& [name, bytes] : files) {
-        fs::create_directories(fs::path(tree + "/" + name).parent_path());
-        std::ofstream(tree + "/" + name, std::ios::binary) << bytes;
-    }
+                               const std::map<std::string, std::string>& files) {
+    std::vector<PackageTest::RawEntry> entries = {{"project.xml", projectXml}};
+    for (auto& [name, bytes] : files)
+        entries.push_back({name, bytes});
     std::string packagePath = folder->path() + "/test.corvelle";
-    CvZipWriter zip;
-    return zip.zipFolder(String(tree.c_str()), String(packagePath.c_str())) &&
-           importFile(packagePath, host);
-}
-
-bool ImportTest::importFile(const std::string& packagePath, IHostContext* host) {
-
-    auto client = IPtr<CvPackageManagerClient>::adopt(new CvPackageManagerClient);
-    String base(projectFolder().c_str());
-    const std::pair<int32, const char*> kinds[] = {
-        {2, "/Audio"}, {4, "/Video"}, {1, "/Preset"}, {3, "/Midi"}};
-    for (auto& [type, suffix] : kinds) {
-        String path(base);
-        path.append(suffix);
-        client->setPathForFileType(type, path);
-    }
-    auto manager = IPtr<CvPackageManager>::adopt(new CvPackageManager);
-    auto package = IPtr<IMediaProjectPackage>::adopt(
-        manager->readPackage(String(packagePath.c_str()).text16(), client.get()));
+    std::ofstream(packagePath, std::ios::binary) << PackageTest::buildZip(entries);
+    auto package = RefHostTest::readPackage(packagePath, projectFolder());
     if (!package || !package->getProject())
         return false;
-    auto importer = IPtr<CvHostProject>::adopt(new CvHostProject(host ? host : this->host()));
+    auto importer = IPtr<CvHostProject>::adopt(new CvHostProject(host()));
     importer->importProject(package->getProject());
     return true;
 }
@@ -99,11 +77,6 @@ RefHost::Track* ImportTest::hostTrack(const std::u16string& name) const {
         if (track->name == name)
             return track;
     return nullptr;
-}
-
-IPtr<IHostEditContext> ImportTest::contextFor(FUnknown* object) const {
-    auto top = IPtr<IHostEditContext>::adopt(project()->getEditContext(0));
-    return IPtr<IHostEditContext>::adopt(top->contextFor(object));
 }
 
 } // namespace HostImportTest

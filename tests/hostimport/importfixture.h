@@ -20,6 +20,9 @@ std::string document(const std::string& structure, const std::string& arrangemen
                          "<Transport><Tempo unit=\"bpm\" value=\"120\"/>"
                          "<TimeSignature numerator=\"4\" denominator=\"4\"/></Transport>");
 
+// The host's fader value for a gain at its default top gain of 2: gain = 2 v^3.
+float faderFor(double gain);
+
 // The example session with its project emptied: the tempo and signature tracks, the input and
 // output channels, the plug-in catalogue and the channel strip; its project folder is
 // "project".
@@ -32,11 +35,7 @@ protected:
     // Packs project.xml and the files (package path to bytes), reads the package into the
     // project's folders and imports its model. False when the package couldn't be read.
     bool importPackage(const std::string& projectXml,
-                       const std::map<std::string, std::string>& files = {},
-                       IHostContext* host = nullptr);
-    // Reads the package file into the project's folders and imports its model through host, or
-    // through the workstation's own context when host is null.
-    bool importFile(const std::string& packagePath, IHostContext* host = nullptr);
+                       const std::map<std::string, std::string>& files = {});
     std::string projectFolder() const { return folder->path() + "/project"; }
 
     // The names of the undo history's steps, oldest first.
@@ -53,8 +52,6 @@ protected:
                 items.push_back(item);
         return items;
     }
-    // A new edit context of the project for this object; the test releases it.
-    IPtr<IHostEditContext> contextFor(FUnknown* object) const;
 };
 
 } // namespace HostImportTest

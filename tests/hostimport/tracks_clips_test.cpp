@@ -3,21 +3,11 @@
 #include "importfixture.h"
 
 #include <algorithm>
-#include <fstream>
-#include <sstream>
 
 using namespace Halvorn;
 using namespace Halvorn::HostImportTest;
 
 namespace {
-
-std::string wavBytes(const std::string& scratch) {
-    RefHostTest::writeWav(scratch, 4410, 1, 44100);
-    std::ifstream in(scratch, std::ios::binary);
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return bytes.str();
-}
 
 bool contains(const std::vector<std::string>& actions, const std::string& action) {
     return std::find(actions.begin(), actions.end(), action) != actions.end();
@@ -60,9 +50,10 @@ const char* kArrangement =
     "color=\"#0000ff\"/></Markers>";
 
 TEST_F(ImportTest, TracksAndClipsMakeTheirStepsInOrder) {
-    ASSERT_TRUE(importPackage(document(kStructure, kArrangement),
-                              {{"audio/take.wav", wavBytes(folder->path() + "/take.wav")},
-                               {"video/film.mp4", RefHostTest::movieFile(0, 1000, 3000)}}));
+    ASSERT_TRUE(importPackage(
+        document(kStructure, kArrangement),
+        {{"audio/take.wav", RefHostTest::wavBytes(folder->path() + "/take.wav", 4410)},
+         {"video/film.mp4", RefHostTest::movieFile(0, 1000, 3000)}}));
 
     EXPECT_EQ(stepNames(),
               (std::vector<std::string>{
@@ -128,7 +119,8 @@ TEST_F(ImportTest, TracksAndClipsMakeTheirStepsInOrder) {
     ASSERT_EQ(midiParts.size(), 2u);
     EXPECT_EQ(midiParts[0]->name, u"Riff");
     EXPECT_TRUE(midiParts[1]->children().empty());
-    IPtr<IHostEditContext> keys = contextFor(hostTrack(u"Keys")->itemFace());
+    auto top = IPtr<IHostEditContext>::adopt(project()->getEditContext(0));
+    auto keys = IPtr<IHostEditContext>::adopt(top->contextFor(hostTrack(u"Keys")->itemFace()));
     auto notesContext = IPtr<IHostEditContext>::adopt(
         keys->contextFor(static_cast<IHostTimelineEvent*>(midiParts[0])));
     auto notes = itemsOf<RefHost::NoteEvent>(midiParts[0]);

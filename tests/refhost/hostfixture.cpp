@@ -1,9 +1,14 @@
 // The shared fixture of the reference host's tests.
 #include "hostfixture.h"
 
+#include "package/cvpackagemanager.h"
+#include "package/cvpackagemanagerclient.h"
+#include "shell/cvservice.h"
+
 #include <sndfile.h>
 
 #include <fstream>
+#include <sstream>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -48,6 +53,32 @@ nlohmann::json exampleSession() {
 }
 
 std::string utf8(const char16* text) { return RefHost::toUtf8(RefHost::fromBuffer(text)); }
+
+std::string wavBytes(const std::string& scratch, int frames) {
+    writeWav(scratch, frames, 1, 44100);
+    std::ostringstream bytes;
+    bytes << std::ifstream(scratch, std::ios::binary).rdbuf();
+    return bytes.str();
+}
+
+IPtr<CvService> startService(IHostContext* host) {
+    auto service = IPtr<CvService>::adopt(
+        static_cast<CvService*>(static_cast<Quor::IPluginBase*>(createService(nullptr))));
+    EXPECT_EQ(service->initialize(host), kResultOk);
+    return service;
+}
+
+IPtr<IMediaProjectPackage> readPackage(const std::string& path, const std::string& into) {
+    auto client = IPtr<CvPackageManagerClient>::adopt(new CvPackageManagerClient);
+    const std::pair<int32, const char*> kinds[] = {
+        {2, "/Audio"}, {4, "/Video"}, {1, "/Preset"}, {3, "/Midi"}};
+    for (auto& [type, suffix] : kinds)
+        if (!into.empty())
+            client->setPathForFileType(type, String((into + suffix).c_str()));
+    CvPackageManager manager;
+    return IPtr<IMediaProjectPackage>::adopt(
+        manager.readPackage(String(path.c_str()).text16(), client.get()));
+}
 
 void HostTest::SetUp() {
     folder = std::make_unique<CorvelleSupport::ScratchFolder>();

@@ -2,6 +2,7 @@
 // workstation that the test drives through the host interfaces and whose ledger must end clean.
 #pragma once
 
+#include "corvelle/package.h"
 #include "hostapi/hostapi.h"
 #include "support/scratchfolder.h"
 #include "text.h"
@@ -14,6 +15,7 @@
 #include <vector>
 
 namespace Halvorn {
+class CvService;
 namespace RefHostTest {
 
 void writeWav(const std::string& path, int frames, int channels, int sampleRate);
@@ -23,6 +25,13 @@ nlohmann::json exampleSession();
 // movie header of this version (0 or 1), timescale and duration.
 std::string movieFile(int version, uint32 timescale, uint64 duration);
 std::string utf8(const char16* text);
+// A sound file's bytes: frames of one channel at 44.1 kHz.
+std::string wavBytes(const std::string& scratch, int frames);
+// The filter service as a host makes it, initialized with host.
+IPtr<CvService> startService(IHostContext* host);
+// Reads the package with its media into the type folders below into (Audio, Video, Preset,
+// Midi); with into empty, only the document.
+IPtr<IMediaProjectPackage> readPackage(const std::string& path, const std::string& into = {});
 
 class HostTest : public ::testing::Test {
 protected:

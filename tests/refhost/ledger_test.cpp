@@ -2,37 +2,14 @@
 #include "hostfixture.h"
 #include "pluginrunner.h"
 
+#include <algorithm>
 #include <sstream>
 
 namespace Halvorn {
 namespace RefHostTest {
 
-TEST_F(HostTest, BorrowedResultsCarryNoReferenceAndOwningOnesOne) {
-    // Borrowed getters asked many times leave nothing behind; owning results given back once
-    // each leave nothing either. A getter that added a reference shows up as a leak, an owning
-    // one without its reference as an over-release.
-    for (int round = 0; round < 3; ++round) {
-        IHostProject* active = project();
-        active->getTempoTrack();
-        active->getSignatureTrack();
-        active->getMediaPool();
-        active->getProjectFolder();
-        IHostParameterOwner* drums = channel(u"Drums");
-        queryInterface<IHostChannelModules>(drums)->findModule("Channel Compressor");
-        drums->getChild(0);
-        static_cast<IHostObjectType*>(track(u"Drums"))->getAutomationFolder();
-        IPtr<IHostParameter>::adopt(drums->findParameter("volume"));
-        IPtr<IHostParameter>::adopt(drums->getParameterByTag(1));
-        IPtr<IHostEditContext>::adopt(active->getEditContext(0));
-        IPtr<IHostIterator>::adopt(queryInterface<IHostTimelineObject>(active)->getChildren());
-        auto browser = service<IPathBrowser>();
-        IPtr<IHostPathBrowserOptions>::adopt(browser->createOptions());
-    }
-    RefHost::LedgerReport report = station->close();
-    EXPECT_TRUE(report.clean()) << report.text();
-    EXPECT_EQ(station->ledger.liveCount(), 0);
-}
-
+// That borrowed getters add no reference and owning ones give one is what every export and
+// import test's clean ledger at teardown shows; here that the ledger sees both faults.
 TEST_F(HostTest, LeaksAndOverReleasesAreReported) {
     void* out = nullptr;
     ASSERT_EQ(host()->getInterface(IHostUrl::iid, &out), kResultOk);
@@ -56,15 +33,13 @@ TEST_F(HostTest, LeaksAndOverReleasesAreReported) {
     EXPECT_NE(report.faults[0].find("over-release of edit context"), std::string::npos);
     // The volume lost its channel's reference; that shows when the channel gives it back.
     EXPECT_NE(report.faults[1].find("over-release of parameter 'volume'"), std::string::npos);
-    bool urlLeak = false, parameterLeak = false, volumeLeak = false;
-    for (const std::string& leak : report.leaks) {
-        urlLeak |= leak.find("location '/kept'") != std::string::npos;
-        parameterLeak |= leak.find("parameter 'mute'") != std::string::npos;
-        volumeLeak |= leak.find("parameter 'volume'") != std::string::npos;
-    }
-    EXPECT_TRUE(urlLeak) << report.text();
-    EXPECT_TRUE(parameterLeak) << report.text();
-    EXPECT_FALSE(volumeLeak) << report.text();
+    auto leaked = [&report](const std::string& what) {
+        return std::any_of(report.leaks.begin(), report.leaks.end(),
+                           [&](const std::string& leak) { return leak.find(what) != leak.npos; });
+    };
+    EXPECT_TRUE(leaked("location '/kept'")) << report.text();
+    EXPECT_TRUE(leaked("parameter 'mute'")) << report.text();
+    EXPECT_FALSE(leaked("parameter 'volume'")) << report.text();
     url->release();
     held->release();
     station.reset();

@@ -2,8 +2,6 @@
 // routing, sends, modules and buses.
 #include "hostfixture.h"
 
-#include <cmath>
-
 namespace Halvorn {
 namespace RefHostTest {
 
@@ -46,24 +44,15 @@ TEST_F(HostTest, MixerChannelsAreFoundByKindAndCarryTheirParameters) {
     }
 }
 
+// The law itself (2 v^3 at a top of 2, linear at 4) shows in the gains the export suites read
+// and the fader values the import suites set; here its ends.
 TEST_F(HostTest, TheFaderFollowsTheDocumentedLaw) {
     auto volume = parameter(channel(u"Main"), "volume");
     auto scale = queryInterface<IHostGainScale>(volume.get());
     ASSERT_TRUE(scale);
     EXPECT_FALSE(queryInterface<IHostGainScale>(parameter(channel(u"Main"), "mute").get()));
-    // gain = 2 * v^3: unity at the cube root of 1/2, +6.02 dB at the top.
-    EXPECT_NEAR(scale->valueToDecibel(std::cbrt(0.5f)), 0.0f, 1e-3);
-    EXPECT_NEAR(scale->valueToDecibel(1.0f), 6.0206f, 1e-3);
-    EXPECT_NEAR(scale->valueToDecibel(0.5f), 20.0 * std::log10(0.25), 1e-3);
     EXPECT_LE(scale->valueToDecibel(0.0f), -144.0f);
-    for (float decibel : {-30.0f, -6.0f, 0.0f, 3.0f})
-        EXPECT_NEAR(scale->valueToDecibel(scale->decibelToValue(decibel)), decibel, 1e-3);
-
-    auto curve = service<IHostVolumeCurve>();
-    EXPECT_NEAR(curve->valueToGain(0.5, 0), 0.25, 1e-9);
-    EXPECT_NEAR(curve->valueToGain(0.5, 1), 1.0, 1e-9);
-    EXPECT_NEAR(curve->gainToValue(curve->valueToGain(0.3, 0), 0, true), 0.3, 1e-9);
-    EXPECT_DOUBLE_EQ(curve->gainToValue(10.0, 0, true), 1.0);
+    EXPECT_DOUBLE_EQ(service<IHostVolumeCurve>()->gainToValue(10.0, 0, true), 1.0);
 
     ASSERT_EQ(volume->setNormalized(0.5f, true), kResultOk);
     EXPECT_FLOAT_EQ(volume->getNormalized(), 0.5f);
@@ -90,18 +79,9 @@ TEST_F(HostTest, RoutingAndSendsFollowTheMixersRules) {
 
     IHostParameterOwner* sends = child(drums, "Sends");
     ASSERT_EQ(sends->getChildCount(), 1);
-    IHostParameterOwner* send = sends->getChild(0);
-    EXPECT_EQ(valueText(parameter(send, "outputBus").get()), "Plate");
-    EXPECT_EQ(parameter(send, "outputBus")->getIntValue(), 1);
-    EXPECT_GT(parameter(send, "on")->getIntValue(), 0);
-    EXPECT_LT(parameter(send, "prePost")->getIntValue(), 0);
-    EXPECT_TRUE(queryInterface<IHostGainScale>(parameter(send, "volume").get()));
-    ASSERT_EQ(parameter(send, "prePost")->setValue(1.0f, false), kResultOk);
-    EXPECT_GT(parameter(send, "prePost")->getIntValue(), 0);
-    auto sendRouting = queryInterface<IHostOutputRouting>(send);
-    EXPECT_FALSE(sendRouting->canRouteTo(main));
-    ASSERT_EQ(sendRouting->setDestination(bus), kResultOk);
-    EXPECT_EQ(valueText(parameter(send, "outputBus").get()), "Drum Bus");
+    // A send's settings are read by the export suites and set by the import suites; it never
+    // feeds the output channel.
+    EXPECT_FALSE(queryInterface<IHostOutputRouting>(sends->getChild(0))->canRouteTo(main));
 }
 
 TEST_F(HostTest, ModulesAndBusesOfAChannel) {
@@ -116,24 +96,9 @@ TEST_F(HostTest, ModulesAndBusesOfAChannel) {
     EXPECT_GT(parameter(eqSlot, "on")->getValue(), 0.0f);
     EXPECT_EQ(modules->findModule("Channel Gate"), nullptr);
     EXPECT_EQ(modules->findModule(nullptr), nullptr);
-
-    auto speakers = service<IHostSpeakerList>();
-    auto other = service<IHostSpeakerList>();
-    EXPECT_NE(speakers.get(), other.get());
-    auto bus = queryInterface<IHostChannelBus>(drums);
-    ASSERT_EQ(bus->getArrangement(speakers.get()), kResultOk);
-    ASSERT_EQ(speakers->getCount(), 2);
-    EXPECT_EQ(speakers->getSpeaker(0), 1u);
-    EXPECT_EQ(speakers->getSpeaker(1), 2u);
-
-    ASSERT_EQ(service<IHostProjectTools>()->setBusArrangement(bus.get(), 0x3F), kResultOk);
-    ASSERT_EQ(bus->getArrangement(speakers.get()), kResultOk);
-    EXPECT_EQ(speakers->getCount(), 6);
-    auto trackBus = queryInterface<IHostTrackBus>(track(u"Drums"));
-    ASSERT_TRUE(trackBus);
-    EXPECT_EQ(trackBus->setArrangement(1), kResultOk);
-    ASSERT_EQ(bus->getArrangement(speakers.get()), kResultOk);
-    EXPECT_EQ(speakers->getCount(), 1);
+    // Speaker counts read and set are the export and import suites'; an instrument track has
+    // no bus of its own to set.
+    EXPECT_TRUE(queryInterface<IHostTrackBus>(track(u"Drums")));
     EXPECT_FALSE(queryInterface<IHostTrackBus>(track(u"Keys")));
 }
 

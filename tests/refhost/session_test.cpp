@@ -29,32 +29,6 @@ TEST_F(HostTest, TextCrossesAsUtf16BothWays) {
     EXPECT_EQ(station->toJson()["project"]["tracks"][2]["name"], "Dr\u00fcms \U0001F941");
 }
 
-TEST_F(HostTest, AnImportedTrackSurvivesTheRoundTrip) {
-    auto top = IPtr<IHostEditContext>::adopt(project()->getEditContext(0));
-    auto session = service<IHostEditSession>();
-    IHostObjectType* made = project()->createTrack("audio");
-    auto local = IPtr<IHostEditContext>::adopt(top->contextFor(made));
-    auto file = service<IHostAudioFile>();
-    auto url = service<IHostUrl>();
-    url->setPath(RefHost::toUtf16(folder->path() + "/media/loop.wav").c_str(), 0);
-    ASSERT_TRUE(file->open(url.get()));
-    auto clip = service<IHostAudioClip>();
-    ASSERT_TRUE(clip->setFile(queryInterface<IHostAudioFileInfo>(file.get()).get()));
-    auto event = service<IAudioEvent>();
-    event->setClip(local.get(), clip.get(), session.get());
-    session->add(local.get(), IPtr<IAudioEvent>(event).release());
-    session->add(top.get(), made);
-    session->commit(project(), u"Import Corvelle");
-
-    json written = station->toJson();
-    std::string error;
-    auto again = RefHost::Workstation::fromJson(written, folder->path(), error);
-    ASSERT_TRUE(again) << error;
-    EXPECT_EQ(again->toJson(), written);
-    EXPECT_EQ(again->history.back().name, "Import Corvelle");
-    EXPECT_TRUE(again->close().clean());
-}
-
 TEST_F(HostTest, BadSessionsAreRefusedWithTheirPlace) {
     // Media that would make the host wait forever.
     ASSERT_EQ(mkfifo((folder->path() + "/media/pipe.wav").c_str(), 0600), 0);

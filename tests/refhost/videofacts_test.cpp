@@ -13,14 +13,10 @@ TEST_F(HostTest, AVideoClipLearnsItsLengthFromTheMovieHeader) {
         auto clip = service<IHostVideoClip>();
         bool loaded = queryInterface<IHostMediaFile>(clip.get())->load(url.get()) == kResultOk;
         *frames = clip->getFrameCount();
-        if (loaded) {
-            EXPECT_EQ(clip->getSampleRate(), 48000.0f);
-        }
         return loaded;
     };
+    // The short header, at the export's rate of 48 kHz, is the export and import suites'.
     int64 frames = 0;
-    ASSERT_TRUE(load("short.mp4", movieFile(0, 1000, 2500), &frames));
-    EXPECT_EQ(frames, 120000);
     ASSERT_TRUE(load("long.mov", movieFile(1, 600, 600ull * 3600 * 30), &frames));
     EXPECT_EQ(frames, 48000ll * 3600 * 30);
     // No header, no length, a cut box or a box claiming more than the file: no clip.
