@@ -6,7 +6,7 @@
 // tree is packed by "zip -r -q", alternating for the given rounds; the ratio is of the medians,
 // ours over zip's, in elapsed time and in processor time (which a busy machine disturbs less).
 // Then project.xml is written for a clip of 250 000 notes and of twice that, in processor time;
-// linear work gives 2.0. Usage: corvelle_package_writer_bench [ROUNDS] [MEDIA_MIB] (defaults 3
+// linear work gives 2.0. Usage: corvelle_package_writer_bench [ROUNDS] [MEDIA_MIB] (defaults 5
 // and 200). Scratch files go to a folder below $TMPDIR (or /tmp) and are removed at the end.
 #include "documents/cvxmlwriter.h"
 #include "foundation/ffilesystem.h"
@@ -179,7 +179,7 @@ int run(int rounds, long mediaMiB, const std::string& scratch) {
 } // namespace Halvorn
 
 int main(int argc, char** argv) {
-    const int rounds = argc > 1 && std::atoi(argv[1]) > 0 ? std::atoi(argv[1]) : 3;
+    const int rounds = argc > 1 && std::atoi(argv[1]) > 0 ? std::atoi(argv[1]) : 5;
     const long mediaMiB = argc > 2 && std::atol(argv[2]) > 0 ? std::atol(argv[2]) : 200;
     return ReadBench::runWithScratchFolder(
         "corvelle-package-writer-bench",
