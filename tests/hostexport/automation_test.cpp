@@ -21,7 +21,7 @@ nlohmann::json lane(const std::string& path, const std::string& parameter,
 
 IMediaAutomation* laneOf(IMediaTrack* track, IMediaParameter* target) {
     for (uint32 index = 0; index < track->getAutomationCount(); ++index)
-        if (text(track->getAutomation(index)->getTarget()) == idOf(target))
+        if (utf8(track->getAutomation(index)->getTarget()) == idOf(target))
             return track->getAutomation(index);
     return nullptr;
 }

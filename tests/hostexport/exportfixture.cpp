@@ -7,16 +7,14 @@
 namespace Halvorn {
 namespace ExportTest {
 
-std::string text(const char16* value) { return value ? RefHostTest::utf8(value) : std::string(); }
-
 std::string nameOf(FUnknown* object) {
     auto node = queryInterface<IMediaObject>(object);
-    return node ? text(node->getName()) : std::string();
+    return node ? utf8(node->getName()) : std::string();
 }
 
 std::string idOf(FUnknown* object) {
     auto node = queryInterface<IMediaObject>(object);
-    return node ? text(node->getId()) : std::string();
+    return node ? utf8(node->getId()) : std::string();
 }
 
 namespace {

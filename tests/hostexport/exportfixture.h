@@ -13,7 +13,7 @@ namespace Halvorn {
 namespace ExportTest {
 
 // A text from the model as UTF-8; empty for null.
-std::string text(const char16* value);
+using RefHostTest::utf8;
 std::string nameOf(FUnknown* object);
 std::string idOf(FUnknown* object);
 // The first track with this name, searched depth first through folders; borrowed.

@@ -21,8 +21,8 @@ TEST_F(MixerExportTest, TransportAndIdsOfARun) {
     });
     IPtr<IMediaProject> model = exportModel();
     ASSERT_TRUE(model);
-    EXPECT_EQ(text(model->getApplicationName()), "Quor Studio");
-    EXPECT_EQ(text(model->getApplicationVersion()), "5.2.1");
+    EXPECT_EQ(utf8(model->getApplicationName()), "Quor Studio");
+    EXPECT_EQ(utf8(model->getApplicationVersion()), "5.2.1");
     IMediaParameter* tempo = model->getTempo();
     EXPECT_DOUBLE_EQ(tempo->getValue(), 140.0);
     EXPECT_DOUBLE_EQ(tempo->getMin(), 10.0);
@@ -57,13 +57,13 @@ TEST_F(MixerExportTest, ChannelsRoutingAndSends) {
     EXPECT_EQ(main->getRole(), uint32(kChannelRoleMaster));
     EXPECT_EQ(bus->getRole(), uint32(kChannelRoleSubmix));
     EXPECT_EQ(plate->getRole(), uint32(kChannelRoleEffect));
-    EXPECT_EQ(text(bus->getDestination()), idOf(main));
-    EXPECT_EQ(text(plate->getDestination()), idOf(main));
+    EXPECT_EQ(utf8(bus->getDestination()), idOf(main));
+    EXPECT_EQ(utf8(plate->getDestination()), idOf(main));
     EXPECT_EQ(bus->getAudioChannels(), 6u);
     EXPECT_EQ(plate->getAudioChannels(), 1u);
     EXPECT_EQ(main->getAudioChannels(), 2u);
     ASSERT_EQ(plate->getSendCount(), 1u);
-    EXPECT_EQ(text(plate->getSend(0)->getDestination()), "");
+    EXPECT_EQ(utf8(plate->getSend(0)->getDestination()), "");
 
     // A track's channel: colour, fader in linear gain, pan, mute, and a send resolved against
     // the mixer's channels, which all came before the tracks.
@@ -73,7 +73,7 @@ TEST_F(MixerExportTest, ChannelsRoutingAndSends) {
     IMediaColor* colour = queryInterface<IMediaObject>(drums)->getColor();
     EXPECT_EQ(colour->getRed(), 0xCC);
     EXPECT_EQ(colour->getAlpha(), 0xFF);
-    EXPECT_EQ(text(drums->getDestination()), idOf(bus));
+    EXPECT_EQ(utf8(drums->getDestination()), idOf(bus));
     // 0.6 on the console curve with a top of 2.0: 2 * 0.6^3.
     EXPECT_NEAR(drums->findParameter(kParamVolume)->getValue(), 2.0 * 0.216, 1e-5);
     EXPECT_DOUBLE_EQ(drums->findParameter(kParamVolume)->getMax(), 2.0);
@@ -83,7 +83,7 @@ TEST_F(MixerExportTest, ChannelsRoutingAndSends) {
               drums->findParameter(kParamVolume)->getParameterId());
     ASSERT_EQ(drums->getSendCount(), 1u);
     IMediaSend* send = drums->getSend(0);
-    EXPECT_EQ(text(send->getDestination()), idOf(plate));
+    EXPECT_EQ(utf8(send->getDestination()), idOf(plate));
     EXPECT_EQ(send->getType(), 1u);
     EXPECT_TRUE(send->isEnabled());
     EXPECT_NEAR(send->findParameter(kParamVolume)->getValue(), 2.0 * 0.125, 1e-5);
@@ -108,8 +108,8 @@ TEST_F(MixerExportTest, PluginDevicesWithClassAndStateFile) {
     EXPECT_EQ(nameOf(plugins[0]), "Quor Compressor");
     EXPECT_FALSE(plugins[0]->isEnabled());
     EXPECT_EQ(plugins[0]->getDeviceRole(), uint32(kRoleAudioFX));
-    std::string first = text(plugins[0]->getStatePath());
-    std::string second = text(plugins[1]->getStatePath());
+    std::string first = utf8(plugins[0]->getStatePath());
+    std::string second = utf8(plugins[1]->getStatePath());
     EXPECT_NE(first, second);
     EXPECT_EQ(first.rfind(presetFolder() + "/", 0), 0u);
     EXPECT_EQ(first.size(), presetFolder().size() + 1 + 36 + 11);

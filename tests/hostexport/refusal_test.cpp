@@ -87,7 +87,7 @@ const Link kLinks[] = {
     {"gain scale", IHostGainScale::iid,
      [](IMediaProject* m) { EXPECT_FALSE(drumsChannel(m)->findParameter(kParamVolume)); }},
     {"output routing", IHostOutputRouting::iid,
-     [](IMediaProject* m) { EXPECT_EQ(text(findChannel(m, "Plate")->getDestination()), ""); }},
+     [](IMediaProject* m) { EXPECT_EQ(utf8(findChannel(m, "Plate")->getDestination()), ""); }},
     {"channel modules", IHostChannelModules::iid,
      [](IMediaProject* m) { EXPECT_FALSE(device(m, kDeviceCompressor)); }},
     {"plug-in access", IHostPluginAccess::iid,
@@ -99,7 +99,7 @@ const Link kLinks[] = {
      }},
     {"plug-in state", IHostPluginState::iid,
      [](IMediaProject* m) {
-         std::string path = text(device(m, kDeviceQuor3)->getStatePath());
+         std::string path = utf8(device(m, kDeviceQuor3)->getStatePath());
          EXPECT_TRUE(TestSupport::exists(path));
          EXPECT_EQ(TestSupport::readFile(path), "");
      }},

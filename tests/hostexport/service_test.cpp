@@ -34,7 +34,7 @@ protected:
     }
     std::string remembered() {
         auto defaults = service<IHostDefaults>();
-        return text(defaults->getString("Corvelle", "lastExportPath"));
+        return utf8(defaults->getString("Corvelle", "lastExportPath"));
     }
     std::string out(const std::string& name = {}) const { return folder->path() + "/out/" + name; }
 

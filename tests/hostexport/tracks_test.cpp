@@ -46,7 +46,7 @@ TEST_F(TrackExportTest, AudioClipsFadesFileFactsAndWarps) {
     EXPECT_EQ(rate, 44100u);
     EXPECT_EQ(channels, 2u);
     EXPECT_DOUBLE_EQ(length, 1.0);
-    EXPECT_EQ(text(audio->getFilePath()), folder->path() + "/media/loop.wav");
+    EXPECT_EQ(utf8(audio->getFilePath()), folder->path() + "/media/loop.wav");
     EXPECT_EQ(audio->getWarpCount(), 0u);
 
     auto slow = queryInterface<IMediaAudioEvent>(eventAt(drums, 1, 0));
