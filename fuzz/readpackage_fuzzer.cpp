@@ -15,10 +15,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
         return 0;
     const std::string host = scratchFolder() + "/host";
     CvPackageManagerClient client;
-    client.setPathForFileType(1, String((host + "/Preset").c_str()));
-    client.setPathForFileType(2, String((host + "/Audio").c_str()));
-    client.setPathForFileType(3, String((host + "/Midi").c_str()));
-    client.setPathForFileType(4, String((host + "/Video").c_str()));
+    const char* const folders[] = {"/Preset", "/Audio", "/Midi", "/Video"}; // file types 1 to 4
+    for (int32 type = 1; type <= 4; ++type)
+        client.setPathForFileType(type, String((host + folders[type - 1]).c_str()));
     CvPackageManager manager;
     const String path((scratchFolder() + "/input.corvelle").c_str());
     const auto package =

@@ -1,5 +1,6 @@
 // Fuzz target: any bytes as a reference-host session, loaded, written back, and closed with the
 // reference check; a session that loads must also load again from what it wrote.
+#include "support/scratchfolder.h"
 #include "workstation.h"
 
 #include <sndfile.h>
@@ -12,26 +13,26 @@
 
 namespace {
 
-// A folder with the media the example session names, so that its seeds load whole.
+// A folder with the media the example session names, so that its seeds load whole; gone when
+// the fuzzer ends normally.
 const std::string& mediaFolder() {
-    static const std::string folder = [] {
-        std::string pattern = "/tmp/corvelle-session-fuzz-XXXXXX";
-        if (!mkdtemp(pattern.data()))
-            std::abort();
-        mkdir((pattern + "/media").c_str(), 0700);
+    static const CorvelleSupport::ScratchFolder folder;
+    static const std::string media = [] {
+        const std::string path = folder / "media";
+        mkdir(path.c_str(), 0700);
         SF_INFO format{};
         format.samplerate = 44100;
         format.channels = 1;
         format.format = SF_FORMAT_WAV | SF_FORMAT_PCM_16;
-        SNDFILE* wav = sf_open((pattern + "/media/loop.wav").c_str(), SFM_WRITE, &format);
+        SNDFILE* wav = sf_open((path + "/loop.wav").c_str(), SFM_WRITE, &format);
         const short samples[64] = {};
         sf_writef_short(wav, samples, 64);
         sf_close(wav);
-        if (FILE* film = std::fopen((pattern + "/media/clip.mp4").c_str(), "wb"))
+        if (FILE* film = std::fopen((path + "/clip.mp4").c_str(), "wb"))
             std::fclose(film);
-        return pattern;
+        return folder.path();
     }();
-    return folder;
+    return media;
 }
 
 void closeCleanly(std::unique_ptr<Halvorn::RefHost::Workstation>& station) {

@@ -83,19 +83,6 @@ TEST(XmlParser, ForwardsEveryEventWithItsArguments) {
     EXPECT_EQ(parse.recorder->refCount(), 1);
 }
 
-TEST(XmlParser, ReadsDocumentsLargerThanOneBlock) {
-    std::string xml = "<list>";
-    while (xml.size() < 3 * FXmlParser2::kBlockSize + 100)
-        xml += "<item name=\"" + std::to_string(xml.size()) + "\"/>";
-    xml += "</list>";
-    Parse parse(xml);
-    ASSERT_TRUE(parse.ok);
-    EXPECT_EQ(parse.recorder->events.front(), "start list");
-    EXPECT_EQ(parse.recorder->events.back(), "end list");
-    EXPECT_GT(parse.recorder->events.size(), 2000u);
-    EXPECT_EQ(parse.position, static_cast<int64>(xml.size()));
-}
-
 TEST(XmlParser, StopsBehindTheDocumentAndFailsOnMalformedInput) {
     // A second root: success, only the first seen, the stream left at the junk.
     const std::string first = "<a><b/></a>";
