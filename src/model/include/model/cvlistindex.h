@@ -2,8 +2,8 @@
 // comparisons that lets a test see whether a search stays constant as a list grows.
 #pragma once
 
-#include "foundation/fstring.h"
 #include "corvelle/ptr.h"
+#include "foundation/fstring.h"
 #include "foundation/tarray.h"
 #include "model/cvnode.h"
 
