@@ -14,6 +14,14 @@ namespace fs = std::filesystem;
 
 namespace TestSupport {
 
+ScopedVariable::ScopedVariable(const char* name, const char* value) : name_(name) {
+    if (const char* old = std::getenv(name))
+        old_ = old;
+    value ? setenv(name, value, 1) : unsetenv(name);
+}
+
+ScopedVariable::~ScopedVariable() { old_ ? setenv(name_, old_->c_str(), 1) : unsetenv(name_); }
+
 void writeFile(const std::string& path, const std::string& bytes) {
     std::error_code ignored;
     fs::create_directories(fs::path(path).parent_path(), ignored);

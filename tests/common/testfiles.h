@@ -3,12 +3,27 @@
 
 #include "support/scratchfolder.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
 namespace TestSupport {
 
 using CorvelleSupport::ScratchFolder;
+
+// Sets an environment variable (or unsets it, given null) for one scope and puts the old value
+// back.
+class ScopedVariable {
+public:
+    ScopedVariable(const char* name, const char* value);
+    ~ScopedVariable();
+    ScopedVariable(const ScopedVariable&) = delete;
+    ScopedVariable& operator=(const ScopedVariable&) = delete;
+
+private:
+    const char* name_;
+    std::optional<std::string> old_;
+};
 
 // Makes the parent folders too.
 void writeFile(const std::string& path, const std::string& bytes);

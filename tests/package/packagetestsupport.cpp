@@ -1,4 +1,4 @@
-// Helpers of the package tests: a private temporary folder and a zip builder without minizip.
+// Helpers of the package tests: a zip builder without minizip.
 #include "packagetestsupport.h"
 
 #include "corvelle/utf8.h"
@@ -8,28 +8,12 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <functional>
 #include <initializer_list>
 #include <random>
 #include <utility>
 
 namespace PackageTest {
-
-PrivateTempFolder::PrivateTempFolder() {
-    if (const char* previous = std::getenv("TMPDIR"))
-        previous_ = previous;
-    setenv("TMPDIR", scratch_.path().c_str(), 1);
-}
-
-PrivateTempFolder::~PrivateTempFolder() {
-    if (previous_)
-        setenv("TMPDIR", previous_->c_str(), 1);
-    else
-        unsetenv("TMPDIR");
-}
-
-std::vector<std::string> PrivateTempFolder::leftovers() const { return listTree(path()); }
 
 namespace {
 

@@ -8,7 +8,6 @@
 #include "support/counted.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,16 +25,13 @@ using TestSupport::writeFile;
 // that a test can see what a read leaves behind.
 class PrivateTempFolder {
 public:
-    PrivateTempFolder();
-    ~PrivateTempFolder();
-
     const std::string& path() const { return scratch_.path(); }
     // Names of everything below the folder, relative and sorted.
-    std::vector<std::string> leftovers() const;
+    std::vector<std::string> leftovers() const { return listTree(path()); }
 
 private:
     ScratchFolder scratch_;
-    std::optional<std::string> previous_;
+    TestSupport::ScopedVariable tmpdir_{"TMPDIR", scratch_.path().c_str()};
 };
 
 // One entry of a hand-made archive.
