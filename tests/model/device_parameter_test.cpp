@@ -7,13 +7,6 @@
 namespace Halvorn {
 namespace {
 
-IPtr<CvParameter> parameter(const char8* name, const char8* id, uint32 number) {
-    auto result = newObject<CvParameter>(kUnitDecibel, id);
-    result->setName(name);
-    result->setParameterId(number);
-    return result;
-}
-
 TEST(DeviceParameter, NewParameterDefaultsAndNormalizing) {
     auto p = newObject<CvParameter>(kUnitHertz, "p");
     IMediaParameter* face = p.get();
@@ -37,13 +30,13 @@ TEST(DeviceParameter, NewParameterDefaultsAndNormalizing) {
 
 TEST(DeviceParameter, ContainerFindsTheFirstMatchAndNothingForNull) {
     auto device = newObject<CvDevice>(kDeviceQuor3, kRoleInstrument, "dev");
-    auto first = parameter("Cutoff", "p1", 7);
-    auto second = parameter("Cutoff", "p2", 7);
+    auto first = namedParameter("Cutoff", "p1", 7);
+    auto second = namedParameter("Cutoff", "p2", 7);
     device->addParameter(first.get());
     device->addParameter(second.get());
     device->addParameter(first.get()); // unique
     device->addParameter(nullptr);
-    device->addParameter(parameter("Résonance", "p3", 8).get());
+    device->addParameter(namedParameter("Résonance", "p3", 8).get());
 
     IMediaParameterContainer* container = static_cast<IMediaDevice*>(device.get())->getParameters();
     ASSERT_NE(container, nullptr);
@@ -115,9 +108,9 @@ TEST(DeviceParameter, EqualizerBandsAndGains) {
     EXPECT_EQ(face->getOutputGain(), nullptr);
     EXPECT_EQ(face->getBand(0), nullptr);
 
-    eq->addParameter(parameter(kParamEqualizerOutputGain, "out", 1).get());
+    eq->addParameter(namedParameter(kParamEqualizerOutputGain, "out", 1).get());
     auto band = newObject<CvEqualizerBand>(kBandBell, 2, "band");
-    band->addParameter(parameter(kParamEqualizerBandFrequency, "f", 0).get());
+    band->addParameter(namedParameter(kParamEqualizerBandFrequency, "f", 0).get());
     eq->addBand(band.get());
     eq->addBand(band.get());
     eq->addBand(nullptr);

@@ -8,12 +8,6 @@
 namespace Halvorn {
 namespace {
 
-IPtr<CvParameter> parameter(const char8* name, const String& id) {
-    auto result = newObject<CvParameter>(kUnitLinear, id);
-    result->setName(name);
-    return result;
-}
-
 // Tracks in folders, each with a channel held twice, devices, sends, clips of every event kind
 // and automation; sizes are chosen so that every list outgrows its first allocation.
 IPtr<CvProject> buildLargeProject() {
@@ -25,7 +19,7 @@ IPtr<CvProject> buildLargeProject() {
             id.printf("t%d.%d", f, t);
             auto track = newObject<CvTrack>(t % 2 ? kContentAudio : kContentNotes, id);
             auto channel = newObject<CvChannel>(1, kChannelRoleRegular, id);
-            channel->addParameter(parameter(kParamVolume, id).get());
+            channel->addParameter(namedParameter(kParamVolume, id).get());
             auto eq = newObject<CvEqualizer>(kRoleAudioFX, "");
             eq->addBand(newObject<CvEqualizerBand>(kBandBell, 0, "").get());
             channel->addDevice(eq.get());

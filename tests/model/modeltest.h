@@ -1,8 +1,9 @@
-// Shared helpers of the model tests: creating objects and reading UTF-16 texts.
+// Shared helpers of the model tests: reading UTF-16 texts and making named parameters.
 #pragma once
 
 #include "foundation/fobject.h"
 #include "foundation/fstring.h"
+#include "model/cvparameter.h"
 
 #include <string>
 #include <utility>
@@ -15,6 +16,15 @@ inline std::string utf8(const char16* text) {
         return "<null>";
     String copy(text);
     return copy.text8();
+}
+
+// A parameter for the lookups by name and by number.
+inline IPtr<CvParameter> namedParameter(const char8* name, const String& id = String(),
+                                        uint32 number = 0) {
+    auto parameter = newObject<CvParameter>(kUnitLinear, id);
+    parameter->setName(name);
+    parameter->setParameterId(number);
+    return parameter;
 }
 
 } // namespace Halvorn

@@ -7,12 +7,6 @@
 namespace Halvorn {
 namespace {
 
-IPtr<CvParameter> namedParameter(const char8* name, uint32 unit) {
-    auto parameter = newObject<CvParameter>(unit, String(name));
-    parameter->setName(name);
-    return parameter;
-}
-
 TEST(TrackChannel, FolderCountsOnceAtTopButWalksDepthFirst) {
     auto project = newObject<CvProject>("", "");
     auto folder = newObject<CvTrack>(kContentTracks, "folder");
@@ -105,12 +99,12 @@ TEST(TrackChannel, ChannelSharedByTrackAndProjectIsFoundOnlyThroughTheList) {
 
 TEST(TrackChannel, ChannelAndSendFaces) {
     auto channel = newObject<CvChannel>(1, kChannelRoleSubmix, "bus");
-    auto volume = namedParameter(kParamVolume, kUnitLinear);
+    auto volume = namedParameter(kParamVolume);
     volume->setValue(0.8);
     channel->addParameter(volume.get());
-    channel->addParameter(namedParameter(kParamPan, kUnitNormalized).get());
+    channel->addParameter(namedParameter(kParamPan).get());
     auto send = newObject<CvSend>(kSendPost, "send1");
-    send->addParameter(namedParameter(kParamEnable, kUnitNormalized).get());
+    send->addParameter(namedParameter(kParamEnable).get());
     channel->addSend(send.get());
     channel->addSend(send.get());
     auto device = newObject<CvDevice>(kDeviceCompressor, kRoleAudioFX, "d1");
