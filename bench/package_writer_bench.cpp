@@ -4,7 +4,8 @@
 // First, 50 media files of 4 MiB each go into a package with the library's writePackage (which
 // stages them into its tree, writes the documents and deflates the tree), and the same staged
 // tree is packed by "zip -r -q", alternating for the given rounds; the ratio is of the medians,
-// ours over zip's, in elapsed time and in processor time (which a busy machine disturbs less).
+// ours over zip's, in elapsed time (the goal), then in processor time of all threads: the
+// writer deflates files on the other cores too, so it waits less than it works.
 // Then project.xml is written for a clip of 250 000 notes and of twice that, in processor time;
 // linear work gives 2.0. Usage: corvelle_package_writer_bench [ROUNDS] [MEDIA_MIB] (defaults 5
 // and 200). Scratch files go to a folder below $TMPDIR (or /tmp) and are removed at the end.
@@ -167,8 +168,11 @@ int run(int rounds, long mediaMiB, const std::string& scratch) {
                            1.0);
     std::printf("    runs, writePackage:%s\n    runs, zip:%s\n",
                 ReadBench::listed(oursSeconds).c_str(), ReadBench::listed(peerSeconds).c_str());
-    ReadBench::printFigure("  the same in processor time", ReadBench::median(oursProcessor),
-                           ReadBench::median(peerProcessor), "s", 1.0);
+    // The wait is what the goal is on; the work of all threads is shown beside it.
+    const double oursWork = ReadBench::median(oursProcessor);
+    const double peerWork = ReadBench::median(peerProcessor);
+    std::printf("%-46s %9.3f s  vs %9.3f s   ratio %6.2f\n", "  processor time of all threads",
+                oursWork, peerWork, oursWork / peerWork);
     std::printf("    runs, writePackage:%s\n    runs, zip:%s\n",
                 ReadBench::listed(oursProcessor).c_str(), ReadBench::listed(peerProcessor).c_str());
 

@@ -162,7 +162,8 @@ PackageError writeProjectPackage(IMediaProjectPackage* package, const char16* pa
         if (failure == 0)
             failure = writeDocument(treePath, kMetaDataDocument,
                                     [&](FStream* stream) { return writer.writeMetaData(stream); });
-        error = failure != 0 ? cannotWrite(target, failure) : packTree(treePath, folder, leaf, target);
+        error =
+            failure != 0 ? cannotWrite(target, failure) : packTree(treePath, folder, leaf, target);
     } catch (const std::bad_alloc&) {
         // Nothing crosses the interface; the tree goes all the same.
         error = packageError(kPackageOutOfMemory, String("out of memory"));

@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <unistd.h>
+#include <zip.h>
 
 using namespace Halvorn;
 using namespace PackageTest;
@@ -85,4 +86,46 @@ TEST(ZipWriter, LeavesOutNamesTooLongAndAnswersForTheArchiveOnly) {
     // An archive that can't be created is the one failure.
     EXPECT_FALSE(zip(tree, scratch / "no/such/folder/x.zip"));
     EXPECT_FALSE(exists(scratch / "no"));
+}
+
+// The archive one thread makes with minizip's own deflate, streamed entry by entry.
+std::string minizipArchive(const std::string& tree, const std::vector<std::string>& names,
+                           const std::string& path) {
+    zipFile zip = zipOpen64(path.c_str(), APPEND_STATUS_CREATE);
+    for (const std::string& name : names) {
+        zip_fileinfo info{};
+        zipOpenNewFileInZip4_64(zip, name.c_str(), &info, nullptr, 0, nullptr, 0, nullptr,
+                                Z_DEFLATED, Z_DEFAULT_COMPRESSION, 0, -MAX_WBITS, 8,
+                                Z_DEFAULT_STRATEGY, nullptr, 0, 0, 2048, 0);
+        const std::string data = readFile(tree + "/" + name);
+        for (size_t at = 0; at < data.size(); at += 65536)
+            zipWriteInFileInZip(zip, data.data() + at,
+                                unsigned(std::min<size_t>(65536, data.size() - at)));
+        zipCloseFileInZip(zip);
+    }
+    zipClose(zip, nullptr);
+    return readFile(path);
+}
+
+TEST(ZipWriter, DeflatingAheadOnOtherThreadsGivesTheBytesOfOneThread) {
+    // Text and noise, empty files, and a file too large to be held, which the writer streams.
+    ScratchFolder scratch;
+    const std::string tree = scratch / "tree";
+    std::vector<std::string> names;
+    for (int i = 0; i < 24; ++i) {
+        const std::string name = "media/" + std::to_string(10 + i) + (i % 3 ? ".wav" : ".txt");
+        writeFile(tree + "/" + name,
+                  i % 3 ? noise(size_t(i) * 40000) : std::string(size_t(i) * 3000, 'a' + i % 26));
+        names.push_back(name);
+    }
+    writeFile(tree + "/take.wav", noise(3u << 20) + std::string(7u << 20, 'x'));
+    names.push_back("take.wav");
+
+    ASSERT_TRUE(zip(tree, scratch / "ours.zip"));
+    const std::string expected = minizipArchive(tree, names, scratch / "theirs.zip");
+    EXPECT_TRUE(readFile(scratch / "ours.zip") == expected);
+    size_t texts = 0;
+    for (const TestSupport::ZipEntry& entry : TestSupport::readCentralDirectory(expected))
+        texts += entry.internalAttributes & 1u;
+    EXPECT_EQ(texts, 7u) << "the text bit is set where zlib saw text";
 }

@@ -12,7 +12,9 @@ namespace Halvorn {
 // or comments, and no Zip64 request. The attributes passed are zero; minizip itself sets bit 0
 // of the internal ones for data that zlib takes for text. Entries come in the foundation's
 // sorted walk order, so the same folder always gives the same bytes. Folders get no entries of
-// their own, and links and other special files are left out.
+// their own, and links and other special files are left out. Files are deflated ahead on
+// helper threads where there are cores for them (joined before zipFolder returns); the bytes
+// are those of one thread.
 //
 // A file of 4 GiB or more gets its sizes in a Zip64 extra field from minizip, which the
 // system's minizip can't read back (see CvZipReader).
