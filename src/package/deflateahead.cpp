@@ -19,6 +19,7 @@ size_t helperCount(size_t files) {
 
 DeflateAhead::DeflateAhead(const std::vector<IPtr<FUrl>>& files)
     : files_(files), slots_(files.size()), reach_(helperCount(files.size()) + 2) {
+    helpers_.reserve(reach_ - 2); // so that only starting a thread can fail below
     for (size_t i = 2; i < reach_; ++i) {
         try {
             helpers_.emplace_back([this] { helpOut(); });

@@ -72,15 +72,16 @@ bool deflateStream(FStream* stream, uint64_t limit, DeflatedFile& out) {
 
 bool deflateFile(const FUrl& file, uint64_t limit, DeflatedFile& out) {
     out = DeflatedFile();
-    FStream* stream = gFNFileSystem->openStream(file, FStream::kRead);
-    if (!stream)
-        return false;
+    // Helper threads call this, so nothing may escape it.
+    FStream* stream = nullptr;
     bool done = false;
     try {
-        done = deflateStream(stream, limit, out);
+        stream = gFNFileSystem->openStream(file, FStream::kRead);
+        done = stream && deflateStream(stream, limit, out);
     } catch (const std::bad_alloc&) {
     }
-    gFNFileSystem->closeStream(stream);
+    if (stream)
+        gFNFileSystem->closeStream(stream);
     if (!done)
         out = DeflatedFile();
     return done;
